@@ -1,0 +1,37 @@
+#pragma once
+// A failure with a run-time error number and description, in the form the
+// program's failure handlers report ("..., error number N").
+#include <stdexcept>
+#include <string>
+
+namespace gelvane {
+
+enum ErrorNumber : int {
+    ErrInvalidCall = 5,         // "Invalid procedure call or argument"
+    ErrOverflow = 6,            // "Overflow"
+    ErrSubscript = 9,           // "Subscript out of range"
+    ErrTypeMismatch = 13,       // "Type mismatch"
+    ErrFileNotFound = 53,       // "File not found"
+    ErrInputPastEnd = 62,       // "Input past end of file"
+    ErrPermissionDenied = 70,   // "Permission denied"
+    ErrPathFileAccess = 75,     // "Path/File access error"
+    ErrPathNotFound = 76,       // "Path not found"
+    ErrDialogCancelled = 32755, // a file dialog was cancelled
+};
+
+class Failure : public std::runtime_error {
+public:
+    Failure(int number, std::string description)
+        : std::runtime_error(description), Number(number), Description(std::move(description)) {}
+    int Number;
+    std::string Description;
+};
+
+// The standard description of a run-time error number.
+std::string DescribeError(int number);
+
+[[noreturn]] inline void Fail(int number) {
+    throw Failure(number, DescribeError(number));
+}
+
+} // namespace gelvane

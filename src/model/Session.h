@@ -1,0 +1,106 @@
+#pragma once
+// Everything about the open file: the model records, the loaded-file state and
+// the window-side state (object list rows, save options) that the readers and
+// writers depend on. The GUI shows it; the core reads and writes it.
+#include "model/Model.h"
+
+#include <array>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace gelvane {
+
+struct Settings;
+class Interaction;
+
+// The save options and check boxes of the main window that the writer reads.
+struct SaveOptions {
+    bool FileSystemDOS = true;          // optFileSystem(0) selected: "\r\n"; else a lone carriage return
+    bool PoserFormatP5 = false;         // optPoserFormat(1) selected: shader trees are written
+    bool chkChannels = false;           // checked: no actor section ("don't save morphs or poses")
+    bool chkChannelsEnabled = true;
+    bool chkNoMaterialData = false;     // checked: no closing prop section ("don't save materials")
+    bool chkNoMaterialDataEnabled = true;
+    bool chkDisableThighLength = true;  // unchecked: a "thighLength " line is written
+    std::string txtThighLength;         // the value of that line
+    std::string VersionText;            // TXT(0): the version box
+
+    const char *LineEnd() const { return FileSystemDOS ? "\r\n" : "\r"; }
+};
+
+// Enabled states and texts of main-window controls that core operations set.
+struct ViewState {
+    std::string Caption = "Gelvane";
+    std::vector<std::string> lstMaterials; // rows of the material list
+    int lstMaterialsIndex = -1;
+    int cmbFiguresIndex = -1;
+    bool MaterialControlsEnabled = false;
+    bool cmbFiguresEnabled = true;
+    bool cmdDeleteEnabled = false; // cmd(1), "Delete"
+    bool mnuSaveEnabled = false;
+    bool mnuSaveAsEnabled = false;
+    bool mnuExportMTLEnabled = false;
+};
+
+class Session {
+public:
+    Session(const Settings &settings, Interaction &ui);
+
+    const Settings &settings() const { return *m_settings; }
+    Interaction &ui() const { return *m_ui; }
+
+    // The model.
+    std::vector<Figure> Figures{1};
+    std::vector<Actor> Actors{1};
+    // Rows of the figure/object list, kept in step with Figures: row i up to the
+    // last Figure is Figures[i]; rows behind it begin with "actor ".
+    std::vector<std::string> cmbFigures;
+
+    // The loaded-file state.
+    int16_t PoserFileKind = KindPZ2;
+    std::string FileName;
+    std::string FileComment;
+    std::string FileVersion;
+    std::string OutputVersion;
+    bool MultiFigure = false;
+    bool FileModified = false;
+    bool CommandLineOpen = false;
+    bool SilentConvert = false;
+    bool OpenCancelled = false;
+    bool OpenFailed = false;
+    bool BatchMode = false;
+    bool ImportMode = false;
+    bool KeywordMissing = false;
+    bool CustomMaterialsFound = false;
+    bool IsHairFile = false;
+    double ThighLength = 0.0;
+    bool EventsEnabled = true;
+    bool SkipMaterials = false;
+    bool SkipChannels = false;
+    bool SingleActorLoad = false;
+    int16_t LoadChannelsChoice = 0;
+    std::array<std::string, 8> LastFolder;
+    std::string LastSaveFolder;
+
+    std::string CommandText;    // the raw command line text after the program's name
+    std::string DialogFileName; // the shared file dialog's FileName: carries a path between commands
+    std::string OutputPath;     // the save dialog's file name: the writer's output path
+
+    SaveOptions Options;
+    ViewState View;
+
+    // Called for each existing map file while materials are read, to cache its thumbnail.
+    std::function<void(const std::string &path)> LoadThumbNail;
+
+    void ClearMaterials() { ResetList(Figures); }
+    void ClearActors() {
+        Actors.assign(1, Actor{});
+    }
+
+private:
+    const Settings *m_settings;
+    Interaction *m_ui;
+};
+
+} // namespace gelvane

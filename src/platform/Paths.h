@@ -1,0 +1,40 @@
+#pragma once
+// Files and folders of the host. Paths may use "\" or "/" as separators; each
+// component is matched without regard to case, and results carry the on-disk
+// spelling. File contents are bytes, one byte a character.
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace gelvane {
+
+// The real path of `path` with on-disk spelling, or nothing when no such entry exists.
+std::optional<std::string> ResolvePath(std::string_view path);
+bool FileExists(std::string_view path);
+bool FolderExists(std::string_view path);
+// Joins a folder and a relative part that may use either separator; the result uses "/".
+std::string JoinPath(std::string_view folder, std::string_view relative);
+// The part behind the last separator ("\" or "/").
+std::string_view FileNamePart(std::string_view path);
+// Everything before the last separator, without it.
+std::string_view FolderPart(std::string_view path);
+
+// Whole file; a missing file is the failure "File not found" (53).
+std::string ReadFileBytes(std::string_view path);
+// At most `count` bytes from `offset` (0-based).
+std::string ReadFileRange(std::string_view path, uint64_t offset, uint64_t count);
+// Size in bytes; a missing file is the failure "File not found" (53).
+uint64_t FileSize(std::string_view path);
+// Writes beside the target and renames over it, so a failure leaves the old file intact.
+// Failure "Path/File access error" (75) when it can't be written.
+void WriteFileAtomic(std::string_view path, std::string_view bytes);
+bool CreateFolder(std::string_view path);
+
+// The folder of the running executable.
+std::string ExecutableFolder();
+// Where Settings.ini, Templates/, Cache/ and Icons/ live: $GELVANE_HOME, else the
+// executable's folder when writable, else $XDG_CONFIG_HOME/gelvane (~/.config/gelvane).
+std::string StateFolder();
+
+} // namespace gelvane

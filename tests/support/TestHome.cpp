@@ -1,0 +1,64 @@
+#include "support/TestHome.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <stdexcept>
+
+namespace fs = std::filesystem;
+
+namespace gelvane::test {
+
+TestHome::TestHome() {
+    std::string tmpl = (fs::temp_directory_path() / "gelvane-test-XXXXXX").string();
+    if (!mkdtemp(tmpl.data()))
+        throw std::runtime_error("mkdtemp failed");
+    m_path = tmpl;
+    if (const char *old = std::getenv("GELVANE_HOME")) {
+        m_hadHome = true;
+        m_oldHome = old;
+    }
+    setenv("GELVANE_HOME", m_path.c_str(), 1);
+}
+
+TestHome::~TestHome() {
+    std::error_code ec;
+    fs::remove_all(m_path, ec);
+    if (m_hadHome)
+        setenv("GELVANE_HOME", m_oldHome.c_str(), 1);
+    else
+        unsetenv("GELVANE_HOME");
+}
+
+std::string TestHome::write(std::string_view relative, std::string_view bytes) const {
+    const fs::path p = fs::path(m_path) / std::string(relative);
+    fs::create_directories(p.parent_path());
+    std::ofstream out(p, std::ios::binary | std::ios::trunc);
+    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    return p.string();
+}
+
+std::string TestHome::read(std::string_view relative) const {
+    std::ifstream in(fs::path(m_path) / std::string(relative), std::ios::binary);
+    std::ostringstream ss;
+    ss << in.rdbuf();
+    return ss.str();
+}
+
+std::string ReadTestData(std::string_view relative) {
+    std::ifstream in(fs::path(GELVANE_TEST_DATA) / std::string(relative), std::ios::binary);
+    if (!in)
+        throw std::runtime_error("missing test data: " + std::string(relative));
+    std::ostringstream ss;
+    ss << in.rdbuf();
+    return ss.str();
+}
+
+std::string CorpusPath(std::string_view relative) {
+    const char *env = std::getenv("GELVANE_CORPUS");
+    const fs::path base = env && *env ? fs::path(env) : fs::path(GELVANE_CORPUS);
+    return (base / std::string(relative)).string();
+}
+
+} // namespace gelvane::test

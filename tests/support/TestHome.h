@@ -1,0 +1,32 @@
+#pragma once
+// A temporary state folder (GELVANE_HOME) and scratch space, removed at the end.
+#include <string>
+#include <string_view>
+
+namespace gelvane::test {
+
+class TestHome {
+public:
+    TestHome();
+    ~TestHome();
+    TestHome(const TestHome &) = delete;
+    TestHome &operator=(const TestHome &) = delete;
+
+    const std::string &path() const { return m_path; }
+    // Writes `bytes` to path()/relative, creating folders; returns the full path.
+    std::string write(std::string_view relative, std::string_view bytes) const;
+    std::string read(std::string_view relative) const;
+    std::string file(std::string_view relative) const { return m_path + "/" + std::string(relative); }
+
+private:
+    std::string m_path;
+    std::string m_oldHome;
+    bool m_hadHome = false;
+};
+
+// The bytes of a file under tests/data.
+std::string ReadTestData(std::string_view relative);
+// The path of a file of the shared corpus (GELVANE_CORPUS overrides its place).
+std::string CorpusPath(std::string_view relative);
+
+} // namespace gelvane::test
