@@ -1,10 +1,20 @@
-#include "app/Settings.h"
-#include "model/Session.h"
-#include "platform/Interaction.h"
+#include "app/CommandLine.h"
 
-int main(int, char **) {
-    gelvane::ConsoleInteraction ui;
-    const gelvane::Settings settings = gelvane::LoadSettings(ui);
-    gelvane::Session session(settings, ui);
-    return 0;
+#ifdef GELVANE_WITH_GUI
+#include "windows/GuiMain.h"
+#endif
+
+#include <iostream>
+
+int main(int argc, char **argv) {
+    const std::string commandText = gelvane::CommandTextOf(argc, argv);
+    // The silent conversion runs before any window system exists.
+    if (gelvane::IsSilentCommand(commandText))
+        return gelvane::RunSilentConversion(commandText);
+#ifdef GELVANE_WITH_GUI
+    return gelvane::RunGui(argc, argv, commandText);
+#else
+    std::cerr << "This build has no window; use -s PATH\n";
+    return 2;
+#endif
 }

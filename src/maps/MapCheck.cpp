@@ -1,0 +1,7 @@
+#include "maps/MapCheck.h"
+
+namespace gelvane {
+
+void CheckMapReferences(Session &) {}
+
+} // namespace gelvane

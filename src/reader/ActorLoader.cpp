@@ -1,0 +1,8 @@
+#include "reader/ActorLoader.h"
+
+namespace gelvane {
+
+void LoadActorSection(Session &, std::string_view) {}
+void ApplyDisableProperties(Session &) {}
+
+} // namespace gelvane

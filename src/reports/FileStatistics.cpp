@@ -1,0 +1,7 @@
+#include "reports/FileStatistics.h"
+
+namespace gelvane {
+
+void ComputeFileStatistics(Session &) {}
+
+} // namespace gelvane

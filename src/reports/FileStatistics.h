@@ -1,0 +1,9 @@
+#pragma once
+// Counts of the open file, computed after every open.
+#include "model/Session.h"
+
+namespace gelvane {
+
+void ComputeFileStatistics(Session &session);
+
+} // namespace gelvane

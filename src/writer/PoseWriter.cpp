@@ -1,0 +1,7 @@
+#include "writer/PoseWriter.h"
+
+namespace gelvane {
+
+void WritePoseFile(Session &) {}
+
+} // namespace gelvane
