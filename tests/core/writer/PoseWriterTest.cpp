@@ -150,11 +150,10 @@ void BatchTExpo(Session &s) {
 }
 
 void LightsCameras(Session &s) {
-    s.Figures = {MakeFigure("prop figurehair_1", {WhiteMaterial("Strands")}),
-                 MakeFigure("head", {WhiteMaterial("Face")}),
-                 MakeFigure("head", {WhiteMaterial("Lips"), WhiteMaterial("Teeth")}),
-                 MakeFigure("prop FigureHair_2", {WhiteMaterial("HairMat")}),
-                 MakeFigure("lHand", {WhiteMaterial("Nails")})};
+    s.Figures = {
+        MakeFigure("prop figurehair_1", {WhiteMaterial("Strands")}), MakeFigure("head", {WhiteMaterial("Face")}),
+        MakeFigure("head", {WhiteMaterial("Lips"), WhiteMaterial("Teeth")}),
+        MakeFigure("prop FigureHair_2", {WhiteMaterial("HairMat")}), MakeFigure("lHand", {WhiteMaterial("Nails")})};
     s.cmbFigures = {"prop figurehair_1", "actor head", "actor head", "prop FigureHair_2", "actor lHand"};
     s.Options.chkDisableThighLength = false;
     s.Options.txtThighLength = "0.5";
@@ -260,18 +259,170 @@ TEST_P(PoseGolden, WritesExpectedBytes) {
     EXPECT_FALSE(FileExists(home.file("out.pz2.gelvane-tmp")));
 }
 
-INSTANTIATE_TEST_SUITE_P(Writer, PoseGolden,
-                         testing::Values(GoldenCase{"p4-materials", P4Materials}, GoldenCase{"pose-example", PoseExample},
-                                         GoldenCase{"pose-example-unix", PoseExampleUnix},
-                                         GoldenCase{"p5-skin", P5Skin}, GoldenCase{"p5-links", P5Links},
-                                         GoldenCase{"batch-texpo", BatchTExpo},
-                                         GoldenCase{"lights-cameras", LightsCameras},
-                                         GoldenCase{"no-material-data", NoMaterialData},
-                                         GoldenCase{"no-channels", NoChannels}),
-                         [](const testing::TestParamInfo<GoldenCase> &info) {
-                             std::string n = info.param.name;
-                             for (char &c : n)
-                                 if (c == '-')
-                                     c = '_';
-                             return n;
-                         });
+INSTANTIATE_TEST_SUITE_P(
+    Writer, PoseGolden,
+    testing::Values(GoldenCase{"p4-materials", P4Materials}, GoldenCase{"pose-example", PoseExample},
+                    GoldenCase{"pose-example-unix", PoseExampleUnix}, GoldenCase{"p5-skin", P5Skin},
+                    GoldenCase{"p5-links", P5Links}, GoldenCase{"batch-texpo", BatchTExpo},
+                    GoldenCase{"lights-cameras", LightsCameras}, GoldenCase{"no-material-data", NoMaterialData},
+                    GoldenCase{"no-channels", NoChannels}),
+    [](const testing::TestParamInfo<GoldenCase> &info) {
+        std::string n = info.param.name;
+        for (char &c : n)
+            if (c == '-')
+                c = '_';
+        return n;
+    });
+
+namespace {
+
+std::string PoseText(Session &s) {
+    LineWriter out(s.Options.LineEnd());
+    WritePose(s, out);
+    return out.text();
+}
+
+size_t Count(const std::string &text, const std::string &what) {
+    size_t n = 0;
+    for (size_t p = text.find(what); p != std::string::npos; p = text.find(what, p + 1))
+        ++n;
+    return n;
+}
+
+} // namespace
+
+TEST(PoseWriter, HairNamesChangeInTheModelAsWritten) {
+    WriterSession w;
+    LightsCameras(w.session);
+    PoseText(w.session);
+    EXPECT_EQ(w.session.Figures[3].Name, "prop figureHair");   // Section A renames for good
+    EXPECT_EQ(w.session.Figures[0].Name, "prop figurehair_1"); // the closing section only writes the head
+    EXPECT_EQ(w.session.Actors[3].Name, "figureHair");
+    EXPECT_EQ(w.session.Actors[2].Name, "head");
+
+    WriterSession hair;
+    hair.session.Figures = {MakeFigure("Long Hair", {WhiteMaterial("Strands")})};
+    hair.session.cmbFigures = {"Long Hair"};
+    hair.session.Options.chkChannels = true;
+    hair.session.IsHairFile = true;
+    EXPECT_NE(PoseText(hair.session).find("\r\nprop figureHair\r\n\t{\r\n\tmaterial Strands"), std::string::npos);
+}
+
+TEST(PoseWriter, FirstActorEntryDecidesTheSections) {
+    WriterSession w;
+    Session &s = w.session;
+    s.Figures = {MakeFigure("hip", {WhiteMaterial("HipMat")})};
+    s.Actors = {MakeActor("actor", "hip", {KeyedChannel("targetGeom", "Belly", 1)})};
+    // Rows behind the last Figure don't count, however they read.
+    s.cmbFigures = {"hip", "actor chest"};
+    EXPECT_EQ(FirstActorEntry(s), -1);
+    std::string text = PoseText(s);
+    EXPECT_EQ(Count(text, "customMaterial"), 0u);
+    EXPECT_NE(text.find("\r\nhip\r\n\t{\r\n\tmaterial HipMat"), std::string::npos);
+
+    // The first row is an actor entry: the closing section writes nothing.
+    s.cmbFigures = {"actor hip", "actor chest"};
+    EXPECT_EQ(FirstActorEntry(s), 0);
+    text = PoseText(s);
+    EXPECT_EQ(Count(text, "material HipMat"), 1u);
+    EXPECT_EQ(Count(text, "customMaterial 1"), 1u);
+    EXPECT_EQ(text.find("\r\nhip\r\n"), std::string::npos);
+    // Only the exact prefix "actor " marks an actor entry.
+    s.cmbFigures = {"Actor hip"};
+    EXPECT_EQ(FirstActorEntry(s), -1);
+}
+
+TEST(PoseWriter, EntryWithTwoMatchingActorsGoesIntoBoth) {
+    WriterSession w;
+    Session &s = w.session;
+    s.Figures = {MakeFigure("hip", {WhiteMaterial("HipMat"), WhiteMaterial("Omitted")})};
+    s.Figures[0].Materials[1].Omit = true;
+    s.cmbFigures = {"actor hip"};
+    s.Actors = {MakeActor("actor", "hip"), MakeActor("prop", "hip")};
+    const std::string text = PoseText(s);
+    // The count includes the omitted material, whose block isn't written.
+    EXPECT_EQ(Count(text, "\tcustomMaterial 2\r\n\tmaterial HipMat\r\n"), 2u);
+    EXPECT_EQ(Count(text, "Omitted"), 0u);
+    // Actors without channels get no channels block.
+    EXPECT_EQ(Count(text, "channels"), 0u);
+}
+
+TEST(PoseWriter, CommentLinesFollowTheLineEnd) {
+    WriterSession w;
+    Session &s = w.session;
+    s.Options.chkChannels = true;
+    s.Options.chkNoMaterialData = true;
+    s.FileComment = "first\r\nsecond\r\n";
+    EXPECT_EQ(PoseText(s), "{\r\n# first\r\n# second\r\n# \r\nversion\r\n\t{\r\n\tnumber 4.01\r\n\t}\r\n}\r\n");
+    s.FileComment.clear();
+    s.OutputVersion = "4,01";
+    EXPECT_EQ(PoseText(s), "{\r\nversion\r\n\t{\r\n\tnumber 4.01\r\n\t}\r\n}\r\n");
+}
+
+TEST(PoseWriter, ThighLengthTakesTheNumberOfTheBox) {
+    WriterSession w;
+    Session &s = w.session;
+    s.Options.chkNoMaterialData = true;
+    s.Options.chkDisableThighLength = false;
+    s.Actors = {MakeActor("actor", "hip")};
+    for (const auto &[box, line] : {std::pair{"0.25", "\r\nthighLength 0.25\r\nactor hip\r\n"},
+                                    std::pair{"", "\r\nthighLength 0\r\n"}, std::pair{"1 ", "\r\nthighLength 1\r\n"}}) {
+        s.Options.txtThighLength = box;
+        EXPECT_NE(PoseText(s).find(line), std::string::npos) << box;
+    }
+}
+
+TEST(PoseWriterFile, OutputPathFallsBackToTheDialogFileName) {
+    TestHome home;
+    WriterSession w;
+    P5Skin(w.session);
+    w.session.OutputPath = "  ";
+    w.session.DialogFileName = home.file("from-command-line.pz2");
+    WritePoseFile(w.session);
+    EXPECT_EQ(w.session.OutputPath, w.session.DialogFileName);
+    EXPECT_EQ(home.read("from-command-line.pz2"), ReadTestData("writer/p5-skin/expected.pz2"));
+}
+
+TEST(PoseWriterFile, FailedWriteKeepsThePreviousFile) {
+    TestHome home;
+    const std::string previous = "previous pose\r\n";
+    const std::string target = home.write("pose.pz2", previous);
+    WriterSession w;
+    P5Skin(w.session);
+    w.session.FileModified = true;
+    w.session.PoserFileKind = KindCR2;
+    // A strength that isn't a number ends the run halfway through the file.
+    w.session.Figures[0].Materials[0].bumpStrength = "";
+    w.session.OutputPath = target;
+    try {
+        WritePoseFile(w.session);
+        FAIL() << "an empty strength must fail";
+    } catch (const Failure &f) {
+        EXPECT_EQ(f.Number, ErrTypeMismatch);
+    }
+    EXPECT_EQ(home.read("pose.pz2"), previous);
+    EXPECT_FALSE(FileExists(target + ".gelvane-tmp"));
+    EXPECT_TRUE(w.session.FileModified);
+    EXPECT_EQ(w.session.PoserFileKind, KindCR2);
+
+    // The same text with its flag clear is never read.
+    w.session.Figures[0].Materials[0].bumpStrengthEnabled = false;
+    EXPECT_NO_THROW(WritePoseFile(w.session));
+}
+
+TEST(PoseWriterFile, UnwritableTargetsFailWithoutLeftovers) {
+    TestHome home;
+    home.write("folder/inside.txt", "x");
+    home.write("plain-file", "x");
+    WriterSession w;
+    P5Skin(w.session);
+    for (const std::string &target :
+         {home.file("folder"), home.file("plain-file/pose.pz2"), home.file("missing/pose.pz2")}) {
+        w.session.OutputPath = target;
+        EXPECT_THROW(WritePoseFile(w.session), Failure) << target;
+        EXPECT_FALSE(FileExists(target + ".gelvane-tmp")) << target;
+    }
+    EXPECT_EQ(home.read("folder/inside.txt"), "x");
+    EXPECT_EQ(home.read("plain-file"), "x");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(home.file("folder")), {}), 1);
+}
