@@ -7,9 +7,9 @@
 #include <benchmark/benchmark.h>
 
 #include <cstdlib>
-#include <unistd.h>
 #include <filesystem>
 #include <string>
+#include <unistd.h>
 
 using namespace gelvane;
 
