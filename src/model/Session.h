@@ -97,6 +97,8 @@ public:
     std::string CommandText;    // the raw command line text after the program's name
     std::string DialogFileName; // the shared file dialog's FileName: carries a path between commands
     std::string OutputPath;     // the save dialog's file name: the writer's output path
+    // The save dialog's initial folder: kept between its uses, as a dialog object keeps it.
+    std::string SaveDialogInitialDir;
 
     SaveOptions Options;
     ViewState View;
