@@ -1,7 +1,4 @@
 #include "app/CommandLine.h"
-#include "app/Settings.h"
-#include "model/Session.h"
-#include "support/ScriptedInteraction.h"
 #include "support/TestHome.h"
 
 #include <gtest/gtest.h>
@@ -59,27 +56,6 @@ TEST(CommandLine, LongPathGivesTheSpellingOnDiskOrNothing) {
     EXPECT_EQ(GetLongPath(home.path() + "/Poser/Runtime/"), home.file("Poser/Runtime"));
     EXPECT_EQ(GetLongPath(home.path() + "/Poser/Missing/Pose/Skin Tone.pz2"), "");
     EXPECT_EQ(GetLongPath(""), "");
-}
-
-TEST(CommandLine, SessionStartsFromTheSettings) {
-    TestHome home;
-    test::ScriptedInteraction ui;
-    Settings settings;
-    settings.SaveAsP4 = false;
-    settings.FileSystemDOS = false;
-    Session session(settings, ui);
-    session.Options.PoserFormatP5 = false;
-    session.FileModified = true;
-    session.CommandLineOpen = true;
-    session.Figures.resize(3);
-    session.Figures[0].Name = "figure";
-    PrepareSession(session);
-    EXPECT_TRUE(session.Options.PoserFormatP5);
-    EXPECT_FALSE(session.Options.FileSystemDOS);
-    EXPECT_FALSE(session.FileModified);
-    EXPECT_FALSE(session.CommandLineOpen);
-    ASSERT_EQ(session.Figures.size(), 1u);
-    EXPECT_EQ(session.Figures[0].Name, "");
 }
 
 } // namespace

@@ -57,21 +57,6 @@ TEST(StartDetached, StartsWithoutWaitingAndReportsAMissingProgram) {
     EXPECT_FALSE(StartDetached({}, &error));
 }
 
-TEST(OpenDocument, HandsDocumentsToTheDesktopOpener) {
-    std::vector<std::vector<std::string>> started;
-    const ProcessStarter record = [&](const std::vector<std::string> &argv, int *) {
-        started.push_back(argv);
-        return false; // a failure isn't looked at
-    };
-    OpenDocument("/tmp/notes.txt", record);
-    OpenWebSite(record);
-    OpenVersionHistory(record);
-    ASSERT_EQ(started.size(), 3u);
-    EXPECT_EQ(started[0], (std::vector<std::string>{"xdg-open", "/tmp/notes.txt"}));
-    EXPECT_TRUE(started[1][1].ends_with("GVLHome/"));
-    EXPECT_TRUE(started[2][1].ends_with("/VHistory.htm"));
-}
-
 TEST(RunPoser, StartsPoserExeThroughWine) {
     TestHome home;
     home.write("Poser/poser.exe", "MZ");
