@@ -173,6 +173,8 @@ TEST(LoadSettings, DefaultTemplateMustExist) {
     ScriptedInteraction ui;
     EXPECT_EQ(LoadSettings(ui).DefaultTemplate, "");
     EXPECT_NE(Ini(home).find("DefaultTemplate=Skin\r\n"), std::string::npos);
+    CreateStateFolders();
+    EXPECT_TRUE(std::filesystem::is_directory(home.file("Cache")));
     home.write("Templates/Skin.cfg", "x");
     EXPECT_EQ(LoadSettings(ui).DefaultTemplate, "Skin");
 }
