@@ -121,8 +121,8 @@ bool FixMapReference(Session &session, Material &material, MapField field) {
                     root = poser;
                 if (!FolderExists(root)) {
                     ui.ProgressClose();
-                    ui.MessageBox("The Default Poser\r\nfolder preference hasn't been set up correctly.",
-                                  kProgramTitle, MsgIcon::Exclamation);
+                    ui.MessageBox("The Default Poser\r\nfolder preference hasn't been set up correctly.", kProgramTitle,
+                                  MsgIcon::Exclamation);
                     return false;
                 }
             }
