@@ -2,6 +2,7 @@
 // Everything about the open file: the model records, the loaded-file state and
 // the window-side state (object list rows, save options) that the readers and
 // writers depend on. The GUI shows it; the core reads and writes it.
+#include "maps/MapFinder.h"
 #include "model/Model.h"
 
 #include <array>
@@ -52,6 +53,8 @@ struct ViewState {
     void ClearMaterialControls();
     void EnableMaterialControls();
     void DisableMaterialControls();
+    // Map references: "Use full map paths", read by ShortMapPath and the Fix buttons.
+    bool chkTexture = false;
 };
 
 class Session {
@@ -102,6 +105,9 @@ public:
 
     SaveOptions Options;
     ViewState View;
+
+    // The map finder's lists and the state of a run of map reference checks.
+    MapFinder Maps;
 
     // Called for each existing map file while materials are read, to cache its thumbnail.
     std::function<void(const std::string &path)> LoadThumbNail;
