@@ -41,6 +41,10 @@ struct ViewState {
     bool mnuSaveEnabled = false;
     bool mnuSaveAsEnabled = false;
     bool mnuExportMTLEnabled = false;
+    // Main window entries beyond the pages.
+    bool mnuFileInfoEnabled = false;   // set by the statistics scan
+    bool mnuPoserEnabled = false;      // a Poser folder is configured
+    bool ChannelControlsEnabled = false; // the actor and dial lists of the morph and pose page
 };
 
 class Session {
