@@ -83,7 +83,9 @@ QtInteraction::~QtInteraction() {
 
 MsgResult QtInteraction::MessageBox(const std::string &text, const std::string &title, MsgIcon icon,
                                     MsgButtons buttons) {
-    QMessageBox box(QtIcon(icon), Latin1(title.empty() ? std::string(kProgramTitle) : title), Latin1(text),
+    QString shown = Latin1(text);
+    shown.replace("\r\n", "\n");
+    QMessageBox box(QtIcon(icon), Latin1(title.empty() ? std::string(kProgramTitle) : title), shown,
                     QMessageBox::NoButton, m_owner);
     box.setTextFormat(Qt::PlainText);
     switch (buttons) {
