@@ -178,6 +178,23 @@ void VersionText_Change(Session &session, const std::string &text) {
     session.FileModified = true;
 }
 
+void txtThighLength_Change(Session &session, const std::string &text) {
+    std::string corrected = Replace(text, ",", ".");
+    if (StartsWith(corrected, "."))
+        corrected.insert(0, "0");
+    bool valid = !corrected.empty() && corrected[0] >= '0' && corrected[0] <= '9';
+    if (valid) {
+        try {
+            const double value = NumberValue(corrected);
+            valid = value >= 0.0 && value <= 1.0;
+        } catch (const Failure &) {
+            valid = false;
+        }
+    }
+    session.Options.txtThighLength = valid ? corrected : "0";
+    session.FileModified = true;
+}
+
 bool SomethingToSave(const Session &session) {
     return !session.Options.chkChannels || !session.Options.chkNoMaterialData;
 }

@@ -52,6 +52,9 @@ bool chkNoMaterialData_Click(Session &session, bool checked);
 bool chkChannels_Click(Session &session, bool checked);
 // Every change of the version box: OutputVersion is the number at its start.
 void VersionText_Change(Session &session, const std::string &text);
+// Every change of the thigh length box, typed or set: the corrected text goes
+// into Options.txtThighLength (a fraction from 0 to 1, else "0").
+void txtThighLength_Change(Session &session, const std::string &text);
 
 // True when something is loaded that a save would hold (not both boxes checked).
 bool SomethingToSave(const Session &session);

@@ -149,6 +149,23 @@ TEST_F(MainWindowStateTest, VersionBoxGivesTheLeadingNumber) {
     EXPECT_EQ(session.OutputVersion, "4.01");
 }
 
+TEST_F(MainWindowStateTest, ThighLengthIsAFractionOrZero) {
+    const std::pair<const char *, const char *> cases[] = {
+        {"0,5", "0.5"}, {".25", "0.25"}, {",75", "0.75"}, {"1", "1"},  {"0.5abc", "0.5abc"}, {"1.5", "0"},
+        {"-0.1", "0"},  {"", "0"},       {"abc", "0"},    {" 1", "0"}, {"9e999", "0"},
+    };
+    for (const auto &[typed, shown] : cases) {
+        session.FileModified = false;
+        txtThighLength_Change(session, typed);
+        EXPECT_EQ(session.Options.txtThighLength, shown) << typed;
+        EXPECT_TRUE(session.FileModified);
+    }
+    // The program's own assignments are corrected too.
+    session.EventsEnabled = false;
+    txtThighLength_Change(session, "2");
+    EXPECT_EQ(session.Options.txtThighLength, "0");
+}
+
 TEST_F(MainWindowStateTest, ClosingQuestionAndHowItSaves) {
     EXPECT_FALSE(NeedsSaveQuestion(session));
     session.FileModified = true;
