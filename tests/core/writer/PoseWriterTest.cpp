@@ -359,19 +359,6 @@ TEST(PoseWriter, CommentLinesFollowTheLineEnd) {
     EXPECT_EQ(PoseText(s), "{\r\nversion\r\n\t{\r\n\tnumber 4.01\r\n\t}\r\n}\r\n");
 }
 
-TEST(PoseWriter, ThighLengthTakesTheNumberOfTheBox) {
-    WriterSession w;
-    Session &s = w.session;
-    s.Options.chkNoMaterialData = true;
-    s.Options.chkDisableThighLength = false;
-    s.Actors = {MakeActor("actor", "hip")};
-    for (const auto &[box, line] : {std::pair{"0.25", "\r\nthighLength 0.25\r\nactor hip\r\n"},
-                                    std::pair{"", "\r\nthighLength 0\r\n"}, std::pair{"1 ", "\r\nthighLength 1\r\n"}}) {
-        s.Options.txtThighLength = box;
-        EXPECT_NE(PoseText(s).find(line), std::string::npos) << box;
-    }
-}
-
 TEST(PoseWriterFile, OutputPathFallsBackToTheDialogFileName) {
     TestHome home;
     WriterSession w;
