@@ -413,3 +413,15 @@ TEST(PoseWriterFile, UnwritableTargetsFailWithoutLeftovers) {
     EXPECT_EQ(home.read("plain-file"), "x");
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(home.file("folder")), {}), 1);
 }
+
+TEST(PoseWriterFile, LargeFileMatchesTheTextBlockForBlock) {
+    TestHome home;
+    WriterSession w;
+    P5Skin(w.session);
+    w.session.Figures[0].Materials.assign(300, SkinMaterial());
+    w.session.OutputPath = home.file("large.pz2");
+    WritePoseFile(w.session);
+    const std::string written = home.read("large.pz2");
+    EXPECT_GT(written.size(), 1000000u);
+    EXPECT_EQ(written, PoseText(w.session));
+}
