@@ -2,6 +2,7 @@
 // Everything about the open file: the model records, the loaded-file state and
 // the window-side state (object list rows, save options) that the readers and
 // writers depend on. The GUI shows it; the core reads and writes it.
+#include "maps/MapFinder.h"
 #include "model/Model.h"
 
 #include <array>
@@ -41,6 +42,19 @@ struct ViewState {
     bool mnuSaveEnabled = false;
     bool mnuSaveAsEnabled = false;
     bool mnuExportMTLEnabled = false;
+
+    // Material page controls that opening a file resets.
+    bool cmdNewMatEnabled = true;
+    bool cmdCreateMatEnabled = true;
+    std::array<std::string, 12> TXT{};       // TXT(1)..TXT(11); the version box TXT(0) is Options.VersionText
+    std::array<std::string, 4> imgThumb{};   // the map each thumbnail shows, empty for none
+    std::vector<std::string> Combo1;         // the selection templates
+    int Combo1Index = -1;
+    void ClearMaterialControls();
+    void EnableMaterialControls();
+    void DisableMaterialControls();
+    // Map references: "Use full map paths", read by ShortMapPath and the Fix buttons.
+    bool chkTexture = false;
 };
 
 class Session {
@@ -92,8 +106,18 @@ public:
     SaveOptions Options;
     ViewState View;
 
+    // The map finder's lists and the state of a run of map reference checks.
+    MapFinder Maps;
+
     // Called for each existing map file while materials are read, to cache its thumbnail.
     std::function<void(const std::string &path)> LoadThumbNail;
+
+    // Hooks of the thumbnail image list and the template list; either may be empty.
+    std::function<void()> ResetThumbnails;          // back to the fixed images, map list emptied
+    std::function<void(int row)> LoadTemplateGroups; // a row of Combo1 was selected
+    // The version box: every assignment counts as a change, so OutputVersion becomes
+    // the number at the start of the text, printed back ("5.0" gives "5").
+    void SetVersionText(const std::string &text);
 
     void ClearMaterials() { ResetList(Figures); }
     void ClearActors() {
