@@ -1,6 +1,7 @@
 #include "reader/MorphLoader.h"
 
 #include "FigureTestSession.h"
+#include "platform/Paths.h"
 
 namespace gelvane {
 namespace {
@@ -120,6 +121,27 @@ TEST_F(OpenCommands, DialogStartsInTheKindsFolder) {
     EXPECT_EQ(OpenDialogRequest(session, KindPP2).InitialDir, "/elsewhere");
     EXPECT_EQ(OpenDialogRequest(session, KindLT2).Filter,
               "Light files|*.lt2|Pose files|*.pz2|Camera files|*.cm2|Hand files|*.hd2|Face files|*.fc2|All files|*.*");
+}
+
+TEST_F(OpenCommands, CorpusFilesOpenWithTheirChannels) {
+    const std::string male = test::CorpusPath("sl_avatar/SL_Male.cr2");
+    const std::string light = test::CorpusPath("reality/Mesh Light.pp2");
+    if (!FileExists(male) || !FileExists(light))
+        GTEST_SKIP() << "corpus files missing";
+    session.CommandText = male;
+    OpenCharacterFromOutside(session, Chooser(0)); // one figure: straight through
+    EXPECT_EQ(chooserCalls, 0);
+    EXPECT_EQ(session.Figures[0].Name, "figure");
+    EXPECT_FALSE(IsEmptyList(session.Figures[0].Materials));
+    EXPECT_TRUE(session.FileModified);
+
+    session.CommandText.clear();
+    session.CommandLineOpen = true;
+    session.DialogFileName = light;
+    OpenCommand(session, KindPP2);
+    EXPECT_EQ(session.cmbFigures.front(), "prop MeshLight");
+    EXPECT_TRUE(session.FileModified);
+    EXPECT_EQ(Texts(), Strings(2, kLoadChannelsQuestion));
 }
 
 } // namespace
