@@ -2,6 +2,7 @@
 // Everything about the open file: the model records, the loaded-file state and
 // the window-side state (object list rows, save options) that the readers and
 // writers depend on. The GUI shows it; the core reads and writes it.
+#include "maps/MapFinder.h"
 #include "model/Model.h"
 
 #include <array>
@@ -52,6 +53,12 @@ struct ViewState {
     void ClearMaterialControls();
     void EnableMaterialControls();
     void DisableMaterialControls();
+    // Map references: "Use full map paths", read by ShortMapPath and the Fix buttons.
+    bool chkTexture = false;
+    // Main window entries beyond the pages.
+    bool mnuFileInfoEnabled = false;   // set by the statistics scan
+    bool mnuPoserEnabled = false;      // a Poser folder is configured
+    bool ChannelControlsEnabled = false; // the actor and dial lists of the morph and pose page
 };
 
 class Session {
@@ -97,9 +104,14 @@ public:
     std::string CommandText;    // the raw command line text after the program's name
     std::string DialogFileName; // the shared file dialog's FileName: carries a path between commands
     std::string OutputPath;     // the save dialog's file name: the writer's output path
+    // The save dialog's initial folder: kept between its uses, as a dialog object keeps it.
+    std::string SaveDialogInitialDir;
 
     SaveOptions Options;
     ViewState View;
+
+    // The map finder's lists and the state of a run of map reference checks.
+    MapFinder Maps;
 
     // Called for each existing map file while materials are read, to cache its thumbnail.
     std::function<void(const std::string &path)> LoadThumbNail;
