@@ -8,6 +8,7 @@
 #include "reader/ActorLoader.h"
 #include "reader/MaterialParser.h"
 #include "reader/TailScan.h"
+#include "writer/FormatOptions.h"
 #include "writer/PoseWriter.h"
 
 #include <algorithm>
@@ -313,7 +314,7 @@ void OpenRun::ReadCommentAndVersion() {
         s.OutputVersion = settings.PVersionNumber;
     if (p5 && settings.SetP5Version)
         s.OutputVersion = settings.P5VersionNumber;
-    s.SetVersionText(s.OutputVersion);
+    SetVersionText(s, s.OutputVersion);
 }
 
 void OpenRun::ReadWholeFile() {
