@@ -16,15 +16,15 @@ class Interaction;
 
 // The save options and check boxes of the main window that the writer reads.
 struct SaveOptions {
-    bool FileSystemDOS = true;          // optFileSystem(0) selected: "\r\n"; else a lone carriage return
-    bool PoserFormatP5 = false;         // optPoserFormat(1) selected: shader trees are written
-    bool chkChannels = false;           // checked: no actor section ("don't save morphs or poses")
+    bool FileSystemDOS = true;  // optFileSystem(0) selected: "\r\n"; else a lone carriage return
+    bool PoserFormatP5 = false; // optPoserFormat(1) selected: shader trees are written
+    bool chkChannels = false;   // checked: no actor section ("don't save morphs or poses")
     bool chkChannelsEnabled = true;
-    bool chkNoMaterialData = false;     // checked: no closing prop section ("don't save materials")
+    bool chkNoMaterialData = false; // checked: no closing prop section ("don't save materials")
     bool chkNoMaterialDataEnabled = true;
-    bool chkDisableThighLength = true;  // unchecked: a "thighLength " line is written
-    std::string txtThighLength;         // the value of that line
-    std::string VersionText;            // TXT(0): the version box
+    bool chkDisableThighLength = true; // unchecked: a "thighLength " line is written
+    std::string txtThighLength;        // the value of that line
+    std::string VersionText;           // TXT(0): the version box
 
     const char *LineEnd() const { return FileSystemDOS ? "\r\n" : "\r"; }
 };
@@ -41,6 +41,51 @@ struct ViewState {
     bool mnuSaveEnabled = false;
     bool mnuSaveAsEnabled = false;
     bool mnuExportMTLEnabled = false;
+};
+
+// One row of the actor or dial list of the morph and pose page: the text and the "Type" column.
+struct ListRow {
+    std::string Name;
+    std::string Type;
+    bool Selected = false;
+};
+
+// The morph and pose page's lists and the controls that loading channels sets.
+struct PoseView {
+    std::vector<ListRow> lstActors;
+    std::vector<ListRow> lstDials;
+    int lstActorsCurrentRow = 0; // 1-based row with the focus, 0 for none
+    int lstDialsCurrentRow = 0;
+    int16_t CurrentActor = 0; // 1-based row of the clicked actor
+    int16_t CurrentDial = 0;
+    bool ChannelControlsEnabled = false; // delete buttons, dial value and property controls
+    bool chkDisableThighLengthEnabled = true;
+    bool txtThighLengthEnabled = true;
+};
+
+struct FigureStat {
+    std::string Name;
+    int16_t Materials = 0;
+};
+
+struct ActorStat {
+    std::string Name;
+    int16_t Channels = 0;
+    int16_t PoseChannels = 0;
+    int16_t MorphChannels = 0;
+    int16_t NullChannels = 0;
+    int16_t Materials = 0;
+};
+
+// The counts of the open file, rebuilt after every load.
+struct FileStatisticsRecord {
+    std::string FilePath;
+    std::vector<FigureStat> FigureStats{1};
+    std::vector<ActorStat> ActorStats;
+    int16_t TextureMaps = 0;
+    int16_t BumpMaps = 0;
+    int16_t ReflectionMaps = 0;
+    int16_t TransparencyMaps = 0;
 };
 
 class Session {
@@ -94,9 +139,17 @@ public:
     std::function<void(const std::string &path)> LoadThumbNail;
 
     void ClearMaterials() { ResetList(Figures); }
-    void ClearActors() {
-        Actors.assign(1, Actor{});
-    }
+    void ClearActors() { Actors.assign(1, Actor{}); }
+
+    // Channel loading: the pose page, the end of the section read (it holds across calls),
+    // the chkChannels click of the window (run on a cancelled load) and the clock in seconds.
+    PoseView Pose;
+    int64_t ActorSectionEnd = 0;
+    std::function<void()> chkChannelsClick;
+    std::function<int32_t()> SecondsClock;
+
+    // The statistics of the open file.
+    FileStatisticsRecord FileStatistics;
 
 private:
     const Settings *m_settings;
