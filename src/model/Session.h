@@ -16,15 +16,15 @@ class Interaction;
 
 // The save options and check boxes of the main window that the writer reads.
 struct SaveOptions {
-    bool FileSystemDOS = true;  // optFileSystem(0) selected: "\r\n"; else a lone carriage return
-    bool PoserFormatP5 = false; // optPoserFormat(1) selected: shader trees are written
-    bool chkChannels = false;   // checked: no actor section ("don't save morphs or poses")
+    bool FileSystemDOS = true;          // optFileSystem(0) selected: "\r\n"; else a lone carriage return
+    bool PoserFormatP5 = false;         // optPoserFormat(1) selected: shader trees are written
+    bool chkChannels = false;           // checked: no actor section ("don't save morphs or poses")
     bool chkChannelsEnabled = true;
-    bool chkNoMaterialData = false; // checked: no closing prop section ("don't save materials")
+    bool chkNoMaterialData = false;     // checked: no closing prop section ("don't save materials")
     bool chkNoMaterialDataEnabled = true;
-    bool chkDisableThighLength = true; // unchecked: a "thighLength " line is written
-    std::string txtThighLength;        // the value of that line
-    std::string VersionText;           // TXT(0): the version box
+    bool chkDisableThighLength = true;  // unchecked: a "thighLength " line is written
+    std::string txtThighLength;         // the value of that line
+    std::string VersionText;            // TXT(0): the version box
 
     const char *LineEnd() const { return FileSystemDOS ? "\r\n" : "\r"; }
 };
@@ -139,7 +139,9 @@ public:
     std::function<void(const std::string &path)> LoadThumbNail;
 
     void ClearMaterials() { ResetList(Figures); }
-    void ClearActors() { Actors.assign(1, Actor{}); }
+    void ClearActors() {
+        Actors.assign(1, Actor{});
+    }
 
     // Channel loading: the pose page, the end of the section read (it holds across calls),
     // the chkChannels click of the window (run on a cancelled load) and the clock in seconds.
