@@ -1,6 +1,11 @@
 #include "maps/MapPaths.h"
 
 #include "model/Text.h"
+#include "platform/Paths.h"
+
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
 
 namespace gelvane {
 namespace {
@@ -39,6 +44,56 @@ std::string StripTrailingBackslash(std::string_view folder) {
 
 bool IsNoMap(std::string_view mapPath) {
     return LCase(Trim(mapPath)) == "no_map";
+}
+
+std::string ShortMapPath(std::string_view poserFolder, std::string_view path, bool fullPaths) {
+    std::string s(path);
+    if (auto real = LocateMapFile(poserFolder, path); real) {
+        std::error_code ec;
+        if (std::filesystem::is_regular_file(*real, ec))
+            s = *real;
+    }
+    if (!fullPaths && LCase(s).find(LCase(poserFolder)) != std::string::npos) {
+        // Cut by the folder's length even when it was found further in: stored references
+        // of older files depend on exactly this form.
+        s.erase(0, std::min(s.size(), poserFolder.size()));
+        for (char &c : s)
+            if (c == '\\' || c == '/')
+                c = ':';
+    }
+    return s;
+}
+
+std::optional<std::string> LocateMapFile(std::string_view poserFolder, std::string_view fullPath) {
+    if (auto real = ResolvePath(fullPath))
+        return real;
+    const bool drivePath = fullPath.size() >= 3 && std::isalpha(static_cast<unsigned char>(fullPath[0])) &&
+                           fullPath[1] == ':' && (fullPath[2] == '\\' || fullPath[2] == '/');
+    if (!drivePath)
+        return std::nullopt;
+    // A reference written on Windows: the part from "runtime" on is the same under our Poser folder.
+    std::string lower = LCase(fullPath);
+    for (char &c : lower)
+        if (c == '/')
+            c = '\\';
+    const size_t at = lower.find("\\runtime\\");
+    if (at == std::string::npos)
+        return std::nullopt;
+    return ResolvePath(JoinPath(poserFolder, fullPath.substr(at + 1)));
+}
+
+bool MapFileExists(std::string_view poserFolder, std::string_view mapPath) {
+    const auto real = LocateMapFile(poserFolder, FullMapPath(poserFolder, mapPath));
+    std::error_code ec;
+    return real && std::filesystem::is_regular_file(*real, ec);
+}
+
+std::string JoinMapPath(std::string_view folder, std::string_view name) {
+    const bool windows = folder.find('\\') != std::string_view::npos && folder.find('/') == std::string_view::npos;
+    std::string out(folder);
+    out += windows ? '\\' : '/';
+    out += name;
+    return out;
 }
 
 } // namespace gelvane

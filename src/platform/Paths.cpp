@@ -5,10 +5,14 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
+#include <mutex>
+#include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
+#include <unordered_map>
 
 namespace fs = std::filesystem;
 
@@ -17,6 +21,63 @@ namespace {
 
 bool IsSep(char c) {
     return c == '/' || c == '\\';
+}
+
+// Directory listings for case-insensitive lookups, keyed by folder and checked against the
+// folder's change time, so that resolving hundreds of references lists each folder once.
+// Each lower-cased name maps to the first entry of the listing that matches it.
+struct Listing {
+    int64_t Seconds = 0;
+    int64_t Nanoseconds = 0;
+    std::unordered_map<std::string, std::string> ByLowerName;
+};
+
+// A folder changed this recently may change again within the same time stamp (file systems
+// store coarse times), so its listing isn't kept.
+constexpr int64_t kSettledSeconds = 3;
+
+std::mutex g_listingMutex;
+std::unordered_map<std::string, Listing> g_listings;
+constexpr size_t kMaxListings = 8192;
+
+std::optional<std::string> FindNoCase(const fs::path &base, std::string_view part) {
+    const std::string folder = base.string();
+    struct stat st {};
+    if (stat(folder.c_str(), &st) != 0 || !S_ISDIR(st.st_mode))
+        return std::nullopt;
+    const std::string key = LCase(part);
+    std::lock_guard lock(g_listingMutex);
+    auto it = g_listings.find(folder);
+    if (it == g_listings.end() || it->second.Seconds != st.st_mtim.tv_sec ||
+        it->second.Nanoseconds != st.st_mtim.tv_nsec) {
+        if (g_listings.size() >= kMaxListings) {
+            g_listings.clear();
+            it = g_listings.end();
+        }
+        const bool settled = std::time(nullptr) - st.st_mtim.tv_sec > kSettledSeconds;
+        if (!settled && it != g_listings.end())
+            g_listings.erase(it);
+        Listing listing;
+        listing.Seconds = st.st_mtim.tv_sec;
+        listing.Nanoseconds = st.st_mtim.tv_nsec;
+        std::error_code ec;
+        for (fs::directory_iterator dir(base, fs::directory_options::skip_permission_denied, ec), end;
+             !ec && dir != end; dir.increment(ec)) {
+            std::string name = dir->path().filename().string();
+            listing.ByLowerName.try_emplace(LCase(name), std::move(name));
+        }
+        if (!settled) {
+            const auto found = listing.ByLowerName.find(key);
+            if (found == listing.ByLowerName.end())
+                return std::nullopt;
+            return (base / found->second).string();
+        }
+        it = g_listings.insert_or_assign(folder, std::move(listing)).first;
+    }
+    const auto found = it->second.ByLowerName.find(key);
+    if (found == it->second.ByLowerName.end())
+        return std::nullopt;
+    return (base / found->second).string();
 }
 
 } // namespace
@@ -51,16 +112,10 @@ std::optional<std::string> ResolvePath(std::string_view path) {
         } else if (fs::exists(base / std::string(part), ec)) {
             next = (base / std::string(part)).string();
         } else {
-            for (fs::directory_iterator it(base, fs::directory_options::skip_permission_denied, ec), end;
-                 !ec && it != end; it.increment(ec)) {
-                const std::string name = it->path().filename().string();
-                if (EqualsNoCase(name, part)) {
-                    next = it->path().string();
-                    break;
-                }
-            }
-            if (next.empty())
+            auto match = FindNoCase(base, part);
+            if (!match)
                 return std::nullopt;
+            next = std::move(*match);
         }
         current = next;
     }

@@ -5,7 +5,7 @@
 #include "model/Numbers.h"
 #include "model/Text.h"
 #include "platform/Interaction.h"
-#include "reader/CustomMaterials.h"
+#include "reader/MaterialParser.h"
 #include "reader/OpenFile.h"
 
 #include <algorithm>
@@ -221,7 +221,7 @@ std::string_view RestOfLine(std::string_view block, Pos lf, std::string_view wor
     return Mid(block, L(from), L(end) - L(from));
 }
 
-std::string ElapsedText(int32_t seconds) {
+std::string ElapsedLine(int32_t seconds) {
     return "Elapsed time: " + std::to_string(seconds / 60) + " min, " + std::to_string(seconds % 60) + " sec";
 }
 
@@ -396,7 +396,7 @@ ChannelsResult ReadChannels(Session &session, Scan &scan, size_t actorIndex, Pos
         if (!session.BatchMode) {
             if (ui.ProgressCancelling())
                 return ChannelsResult::Cancelled;
-            ui.ProgressDetail(ElapsedText(SessionSeconds(session) - startTime));
+            ui.ProgressDetail(ElapsedLine(SessionSeconds(session) - startTime));
         }
     }
     return ChannelsResult::Done;
@@ -485,6 +485,17 @@ void ReadTail(Actor &actor, std::string_view rawTail, bool cameraOrLight) {
     } else {
         actor.LockedEnabled = false;
     }
+}
+
+// The count of a customMaterial line, from the 20 characters that begin with the word,
+// read as the material reader reads it.
+int16_t CustomMaterialCount(std::string_view from) {
+    std::string s = Replace(Left(from, 20), "\r\n", "\n");
+    s = Replace(s, "\t", " ");
+    s = Replace(s, "  ", " ");
+    const long long blank = L(InStr(s, " "));
+    const long long lf = L(InStr(s, "\n", static_cast<size_t>(blank) + 1));
+    return ToInt16(NumberValue(Mid(s, blank + 1, lf - blank - 1)));
 }
 
 // The first occurrence in `text` of each type + blank + name, found in one pass over
@@ -610,7 +621,7 @@ void ShowLoadedActors(Session &session) {
         row.Selected = false;
     pose.lstActorsCurrentRow = 1;
     pose.CurrentActor = 1;
-    pose.ChannelControlsEnabled = true;
+    session.View.ChannelControlsEnabled = true;
     pose.lstDials.clear();
     for (const Channel &c : session.Actors[0].Channels)
         if (!c.Name.empty())

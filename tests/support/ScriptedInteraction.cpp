@@ -55,8 +55,9 @@ std::optional<RgbColor> ScriptedInteraction::ChooseColor(const RgbColor &) {
     return r;
 }
 
-int ScriptedInteraction::ChooseMap(const std::string &wanted, const std::vector<MapCandidate> &) {
+int ScriptedInteraction::ChooseMap(const std::string &wanted, const std::vector<MapCandidate> &candidates) {
     m_mapQuestions.push_back(wanted);
+    m_mapCandidates.push_back(candidates);
     if (m_mapChoices.empty())
         return -1;
     const int r = m_mapChoices.front();

@@ -34,6 +34,8 @@ public:
     const std::vector<FileDialogRequest> &fileRequests() const { return m_fileRequests; }
     const std::vector<std::string> &statusLines() const { return m_statusLines; }
     const std::vector<std::string> &mapQuestions() const { return m_mapQuestions; }
+    // The candidates of each map question, in order.
+    const std::vector<std::vector<MapCandidate>> &mapCandidates() const { return m_mapCandidates; }
     int doEventsCount() const { return m_doEvents; }
     bool progressEverShown() const { return m_progressShown; }
     std::string status() const { return m_status; }
@@ -65,6 +67,7 @@ private:
     std::vector<FileDialogRequest> m_fileRequests;
     std::vector<std::string> m_statusLines;
     std::vector<std::string> m_mapQuestions;
+    std::vector<std::vector<MapCandidate>> m_mapCandidates;
     std::string m_status;
     bool m_visible = false;
     bool m_progressShown = false;

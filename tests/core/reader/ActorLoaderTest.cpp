@@ -189,7 +189,7 @@ TEST(ActorLoader, ReadsHeaderChannelsAndTailOfActorsAndLights) {
     ASSERT_EQ(pose.lstDials.size(), 2u);
     EXPECT_EQ(pose.lstDials[1].Name, "yrot");
     EXPECT_EQ(pose.CurrentActor, 1);
-    EXPECT_TRUE(pose.ChannelControlsEnabled);
+    EXPECT_TRUE(l.session.View.ChannelControlsEnabled);
     EXPECT_FALSE(l.session.Options.chkChannels);
     EXPECT_EQ(l.session.cmbFigures, (std::vector<std::string>{"actor hip"}));
     EXPECT_FALSE(l.session.CustomMaterialsFound);
