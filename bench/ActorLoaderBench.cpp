@@ -24,7 +24,10 @@ std::string GeneratedSection(int channels, int perActor) {
                 "\non\nhidden 0\nbend 1\nparent BODY\nchannels\n{\n";
         for (int c = 0; c < perActor && a * perActor + c < channels; ++c) {
             const std::string name = "dial_" + std::to_string(100000 + c);
-            text += (c % 3 == 0 ? "targetGeom " : c % 3 == 1 ? "valueParm " : "rotateY ") + name + "\n{\nname " + name +
+            text += (c % 3 == 0   ? "targetGeom "
+                     : c % 3 == 1 ? "valueParm "
+                                  : "rotateY ") +
+                    name + "\n{\nname " + name +
                     "\ninitValue 0\nhidden 0\nforceLimits 0\nmin -100000\nmax 100000\ntrackingScale 0.004\nkeys\n{\n"
                     "static  0\nk  0  " +
                     std::to_string(c % 7) + "\n}\ninterpStyleLocked 0\n}\n";

@@ -2,6 +2,7 @@
 #include "app/Settings.h"
 #include "model/Failure.h"
 #include "model/Text.h"
+#include "reader/MorphLoader.h"
 #include "support/ScriptedInteraction.h"
 #include "support/TestHome.h"
 
@@ -505,4 +506,31 @@ TEST(ActorLoader, CharacterCorpusChannels) {
     EXPECT_FALSE(l.session.CustomMaterialsFound); // every customMaterial line holds 0
     EXPECT_EQ(l.session.cmbFigures.size(), 20u);
     EXPECT_EQ(l.session.cmbFigures[0], "actor BODY:3");
+}
+
+TEST(ActorLoader, PropCorpusThroughTheOpenCommand) {
+    const std::string file = ReadAll(test::CorpusPath("reality/Mesh Light.pp2"));
+    if (file.empty())
+        GTEST_SKIP() << "corpus file missing";
+    test::TestHome home;
+    Loader l;
+    l.session.CommandLineOpen = true;
+    l.session.DialogFileName = home.write("Mesh Light.pp2", file);
+    l.ui.nextAnswer(MsgResult::Yes); // load morphs and poses
+    OpenCommand(l.session, KindPP2);
+    ASSERT_FALSE(l.session.OpenFailed);
+    ASSERT_EQ(l.session.Actors.size(), 1u);
+    const Actor &prop = l.session.Actors[0];
+    EXPECT_EQ(prop.Type, "prop");
+    EXPECT_EQ(prop.Name, "MeshLight");
+    // The morph dials (the first stands behind the "groups" list), then the transforms and null dials.
+    ASSERT_EQ(prop.Channels.size(), 25u);
+    EXPECT_EQ(prop.Channels[0].Name, "Gobo size");
+    EXPECT_EQ(prop.Channels[11].Name, "yRotate");
+    EXPECT_DOUBLE_EQ(prop.Channels[11].Value, -28);
+    EXPECT_EQ(prop.Channels[24].Type, "valueParm");
+    EXPECT_EQ(prop.Channels[24].Name, "Sharp");
+    // A prop's customMaterial makes no owner, and a prop gets no actor row.
+    EXPECT_EQ(l.session.cmbFigures, (std::vector<std::string>{"prop MeshLight"}));
+    EXPECT_TRUE(l.session.FileModified);
 }

@@ -1,5 +1,5 @@
-#include "app/Settings.h"
 #include "reports/FileStatistics.h"
+#include "app/Settings.h"
 #include "support/ScriptedInteraction.h"
 
 #include <gtest/gtest.h>
@@ -68,8 +68,8 @@ TEST(FileStatistics, ActorsByChannelKindAndTheirMaterials) {
     s.session.cmbFigures = {"figure", "prop ball", "actor lHand", "actor lHand", "actor hip"};
     Actor hip, lHand;
     hip.Name = "hip";
-    hip.Channels = {Dial("a", "targetGeom"), Dial("b", "geomChan"), Dial("c", "handSpread"), Dial("d", "thumbGrasp"),
-                    Dial("e", "handGrasp"), Dial("f", "valueParm"), Dial("g", "rotateY"), Dial("h", "")};
+    hip.Channels = {Dial("a", "targetGeom"), Dial("b", "geomChan"),  Dial("c", "handSpread"), Dial("d", "thumbGrasp"),
+                    Dial("e", "handGrasp"),  Dial("f", "valueParm"), Dial("g", "rotateY"),    Dial("h", "")};
     lHand.Name = "lHand";
     s.session.Actors = {hip, lHand};
     ComputeFileStatistics(s.session);
@@ -80,7 +80,7 @@ TEST(FileStatistics, ActorsByChannelKindAndTheirMaterials) {
     EXPECT_EQ(r.ActorStats[0].NullChannels, 1);
     EXPECT_EQ(r.ActorStats[0].PoseChannels, 2);
     EXPECT_EQ(r.ActorStats[0].Materials, 0);
-    EXPECT_EQ(r.ActorStats[1].Channels, 1); // the one empty element isn't special-cased
+    EXPECT_EQ(r.ActorStats[1].Channels, 1);  // the one empty element isn't special-cased
     EXPECT_EQ(r.ActorStats[1].Materials, 2); // the last owner of that name
     // Objects are the rows in front of the first actor row.
     ASSERT_EQ(r.FigureStats.size(), 2u);
