@@ -13,6 +13,8 @@
 #include <chrono>
 #include <cstring>
 #include <functional>
+#include <memory>
+#include <optional>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
@@ -43,6 +45,74 @@ Pos FindBefore(std::string_view text, std::string_view needle, Pos start, Pos li
         return 0;
     return SearchIn(text, needle, start - 1, limit - 1 + needle.size() - 1);
 }
+
+bool EndsWord(char c) {
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r';
+}
+
+// Finds dial lines in a large channels block without scanning the rest of the block
+// for each dial. Every blank of the block is sorted by the word that follows it; a
+// needle "type name" can only stand where the word behind its blank begins with the
+// name's first word, so its candidates are one short run of that order.
+class NeedleIndex {
+public:
+    static constexpr size_t kMaxType = 256; // longer type words are searched directly
+    static constexpr size_t kMaxCandidates = 256;
+
+    // Blanks from `from` up to where a needle that starts before `limit` can have its blank.
+    NeedleIndex(std::string_view text, Pos from, Pos limit) : m_text(text) {
+        const size_t end = std::min(text.size(), limit - 1 + kMaxType);
+        for (size_t i = from - 1; i < end; ++i) {
+            if (text[i] != ' ')
+                continue;
+            size_t n = 0;
+            while (i + 1 + n < text.size() && !EndsWord(text[i + 1 + n]))
+                ++n;
+            m_blanks.push_back({i, n});
+        }
+        std::sort(m_blanks.begin(), m_blanks.end(), [this](const Blank &a, const Blank &b) {
+            return Word(a) < Word(b) || (Word(a) == Word(b) && a.at < b.at);
+        });
+    }
+
+    // The first `needle` that starts in [start, limit), 0 for none; nothing when the
+    // index can't tell, and the caller searches directly.
+    std::optional<Pos> Find(std::string_view needle, Pos start, Pos limit) const {
+        const size_t typeLength = needle.find(' ');
+        if (typeLength == std::string_view::npos || typeLength == 0 || typeLength >= kMaxType)
+            return std::nullopt;
+        const std::string_view name = needle.substr(typeLength + 1);
+        const std::string_view first = name.substr(0, name.find(' '));
+        if (first.empty() || first.find('\t') != std::string_view::npos)
+            return std::nullopt;
+        auto it = std::lower_bound(m_blanks.begin(), m_blanks.end(), first,
+                                   [this](const Blank &b, std::string_view w) { return Word(b) < w; });
+        Pos best = 0;
+        size_t candidates = 0;
+        for (; it != m_blanks.end() && Word(*it).substr(0, first.size()) == first; ++it) {
+            if (++candidates > kMaxCandidates)
+                return std::nullopt;
+            if (it->at < typeLength)
+                continue;
+            const Pos at = it->at - typeLength + 1;
+            if (at < start || at >= limit || (best != 0 && at >= best))
+                continue;
+            if (m_text.substr(at - 1, needle.size()) == needle)
+                best = at;
+        }
+        return best;
+    }
+
+private:
+    struct Blank {
+        size_t at;     // 0-based position of the blank
+        size_t length; // of the word behind it
+    };
+    std::string_view Word(const Blank &b) const { return m_text.substr(b.at + 1, b.length); }
+
+    std::string_view m_text;
+    std::vector<Blank> m_blanks;
+};
 
 // InStr with a memory of its last answer. The scans move forward through a large
 // text with small steps back, so no stretch is searched more than a few times.
@@ -265,6 +335,7 @@ ChannelsResult ReadChannels(Session &session, Scan &scan, size_t actorIndex, Pos
             limit = close;
     }
     bool first = true;
+    std::unique_ptr<NeedleIndex> index;
     std::unordered_set<RoundStart, RoundStartHash> seen;
     Pos seenAt = cur;
 
@@ -334,7 +405,12 @@ ChannelsResult ReadChannels(Session &session, Scan &scan, size_t actorIndex, Pos
             continue; // a comment line in front of the channel
 
         const std::string needle = scan.ChannelType + " " + scan.ChannelName;
-        const Pos found = FindBefore(text, needle, cur, limit);
+        // Dial lines are looked up again from inside themselves; in a large block an
+        // index keeps that from scanning the rest of the block each time.
+        if (!index && limit > position && limit - position >= IndexedChannelBlockMinimum)
+            index = std::make_unique<NeedleIndex>(text, position, limit);
+        std::optional<Pos> indexed = index ? index->Find(needle, cur, limit) : std::nullopt;
+        const Pos found = indexed ? *indexed : FindBefore(text, needle, cur, limit);
         if (found != 0) {
             cur = found + scan.ChannelType.size() + 1;
             Actor &actor = session.Actors[actorIndex];

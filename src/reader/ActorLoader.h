@@ -2,6 +2,7 @@
 // Reading the actors, props, lights and cameras of a channel section with their channels.
 #include "model/Session.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -25,6 +26,10 @@ void ApplyDisableProperties(Session &session);
 // feed and the number of characters skipped; "none" when there is none. With
 // `skipEmpty`, openings whose block is an empty "{ }" are passed over.
 std::string NextActorKeyword(std::string_view text, bool skipEmpty);
+
+// Channels blocks at least this long get a search index for their dial lines. The
+// result is the same either way; tests lower it to compare both.
+inline size_t IndexedChannelBlockMinimum = 64 * 1024;
 
 // The session clock in whole seconds (session.SecondsClock when set).
 int32_t SessionSeconds(const Session &session);

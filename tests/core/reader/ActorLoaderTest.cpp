@@ -506,6 +506,16 @@ TEST(ActorLoader, CharacterCorpusChannels) {
     EXPECT_FALSE(l.session.CustomMaterialsFound); // every customMaterial line holds 0
     EXPECT_EQ(l.session.cmbFigures.size(), 20u);
     EXPECT_EQ(l.session.cmbFigures[0], "actor BODY:3");
+
+    // The indexed search of large blocks reads the real file the same way.
+    const size_t saved = IndexedChannelBlockMinimum;
+    IndexedChannelBlockMinimum = 0;
+    Loader indexed;
+    indexed.session.BatchMode = true;
+    indexed.session.DialogFileName = path;
+    LoadActorSection(indexed.session, part);
+    IndexedChannelBlockMinimum = saved;
+    EXPECT_EQ(indexed.session.Actors, l.session.Actors);
 }
 
 TEST(ActorLoader, PropCorpusThroughTheOpenCommand) {
@@ -533,4 +543,36 @@ TEST(ActorLoader, PropCorpusThroughTheOpenCommand) {
     // A prop's customMaterial makes no owner, and a prop gets no actor row.
     EXPECT_EQ(l.session.cmbFigures, (std::vector<std::string>{"prop MeshLight"}));
     EXPECT_TRUE(l.session.FileModified);
+}
+
+TEST(ActorLoader, IndexedSearchFindsWhatTheDirectSearchFinds) {
+    // Dial names that are prefixes of others, names of several words, a dial line quoted
+    // inside another line, indentation and a groups list: every trap of the substring search.
+    std::string text = "actor big\n{\nchannels\n{\ngroups\n{\nparmNode m1\n}\n";
+    for (int i = 0; i < 60; ++i) {
+        const std::string n = std::to_string(i);
+        text += "targetGeom m" + n + "\n{\nname m" + n + "\nhidden 0\nkeys\n{\nk  0  " + n + "\n}\n}\n";
+        text += "\tvalueParm Snoot W" + n + " Long\n\t{\n\tname x\n\tkeys\n\t{\n\tk  0  1\n\t}\n\t}\n";
+        text +=
+            "rotateY  yrot" + n + "\n{\nname see targetGeom m" + std::to_string(i + 1) + "\nkeys\n{\nk  0  2\n}\n}\n";
+    }
+    text += "}\nlocked 1\n}\nactor small\n{\nchannels\n{\nvalueParm a\n{\nkeys\n{\nk  0  1\n}\n}\n}\n}\n";
+
+    const size_t saved = IndexedChannelBlockMinimum;
+    IndexedChannelBlockMinimum = static_cast<size_t>(-1);
+    Loader direct;
+    LoadActorSection(direct.session, text);
+    IndexedChannelBlockMinimum = 0;
+    Loader indexed;
+    LoadActorSection(indexed.session, text);
+    IndexedChannelBlockMinimum = saved;
+
+    EXPECT_EQ(indexed.session.Actors, direct.session.Actors);
+    ASSERT_EQ(direct.session.Actors.size(), 2u);
+    const auto &dials = direct.session.Actors[0].Channels;
+    ASSERT_EQ(dials.size(), 153u);
+    EXPECT_EQ(dials[2].Name, "m1"); // m0 stands behind the groups list
+    EXPECT_EQ(dials[4].Name, " yrot1");
+    EXPECT_EQ(dials[5].Name, " yrot10"); // found inside the longer dial line
+    EXPECT_EQ(dials[6].Name, "m11");
 }
