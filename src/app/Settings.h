@@ -1,6 +1,7 @@
 #pragma once
 // The user's preferences, kept in Settings.ini in the state folder. Loaded once
 // at start-up and shared by reference; folder values are real paths or "none".
+#include <optional>
 #include <string>
 
 namespace gelvane {
@@ -43,9 +44,26 @@ struct Settings {
 // The state folder's Settings.ini path.
 std::string SettingsFilePath();
 
+// The profile-string calls on a settings file. Every caller passes an empty default,
+// so a missing key and an empty value read alike; values are cut at 259 characters.
+std::string ReadIni(const std::string &section, const std::string &key, const std::string &fileName,
+                    const std::string &defaultValue);
+// True when written. With `allowNull` an empty key removes the section and an
+// empty value removes the entry; without it the texts are written as they are.
+bool WriteIni(const std::string &section, const std::string &key, const std::string &value, const std::string &fileName,
+              bool allowNull);
+
 // Normalises Settings.ini (creating it when missing) and returns the settings;
-// the first-run question about Poser's folder goes through `ui`.
+// the first-run question about Poser's folder goes through `ui`. Failures of single
+// steps are ignored: that setting keeps its fallback.
 Settings LoadSettings(Interaction &ui);
+// The same, with the folder that the system names as Poser's. No registry names it
+// on this system, so the plain form passes nothing; tests pass a folder.
+Settings LoadSettings(Interaction &ui, const std::optional<std::string> &registeredPoserFolder);
+// Creates the state folder's "Templates" and "Cache" when missing, one level deep,
+// as every filling of the template list does first.
+void CreateStateFolders();
+
 // Writes every setting back, in the fixed order of the file.
 void SaveSettings(const Settings &settings);
 

@@ -24,6 +24,12 @@ std::string DescribeError(int number) {
         return "Path not found";
     case ErrDialogCancelled:
         return "Cancel was selected.";
+    case ErrOutOfMemory:
+        return "Out of memory";
+    case ErrInternal:
+        return "Internal error";
+    case ErrBadRecordNumber:
+        return "Bad record number";
     default:
         return "Application-defined or object-defined error";
     }

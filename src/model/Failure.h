@@ -17,6 +17,10 @@ enum ErrorNumber : int {
     ErrPathFileAccess = 75,     // "Path/File access error"
     ErrPathNotFound = 76,       // "Path not found"
     ErrDialogCancelled = 32755, // a file dialog was cancelled
+    // Failures of the file readers.
+    ErrOutOfMemory = 7,      // "Out of memory"
+    ErrInternal = 51,        // "Internal error"
+    ErrBadRecordNumber = 63, // "Bad record number": a read at position 0
 };
 
 class Failure : public std::runtime_error {

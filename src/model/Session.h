@@ -43,8 +43,22 @@ struct ViewState {
     bool mnuSaveAsEnabled = false;
     bool mnuExportMTLEnabled = false;
 
+    // Material page controls that opening a file resets.
+    bool cmdNewMatEnabled = true;
+    bool cmdCreateMatEnabled = true;
+    std::array<std::string, 12> TXT{};       // TXT(1)..TXT(11); the version box TXT(0) is Options.VersionText
+    std::array<std::string, 4> imgThumb{};   // the map each thumbnail shows, empty for none
+    std::vector<std::string> Combo1;         // the selection templates
+    int Combo1Index = -1;
+    void ClearMaterialControls();
+    void EnableMaterialControls();
+    void DisableMaterialControls();
     // Map references: "Use full map paths", read by ShortMapPath and the Fix buttons.
     bool chkTexture = false;
+    // Main window entries beyond the pages.
+    bool mnuFileInfoEnabled = false;   // set by the statistics scan
+    bool mnuPoserEnabled = false;      // a Poser folder is configured
+    bool ChannelControlsEnabled = false; // the actor and dial lists of the morph and pose page
 };
 
 class Session {
@@ -90,6 +104,8 @@ public:
     std::string CommandText;    // the raw command line text after the program's name
     std::string DialogFileName; // the shared file dialog's FileName: carries a path between commands
     std::string OutputPath;     // the save dialog's file name: the writer's output path
+    // The save dialog's initial folder: kept between its uses, as a dialog object keeps it.
+    std::string SaveDialogInitialDir;
 
     SaveOptions Options;
     ViewState View;
@@ -99,6 +115,13 @@ public:
 
     // Called for each existing map file while materials are read, to cache its thumbnail.
     std::function<void(const std::string &path)> LoadThumbNail;
+
+    // Hooks of the thumbnail image list and the template list; either may be empty.
+    std::function<void()> ResetThumbnails;          // back to the fixed images, map list emptied
+    std::function<void(int row)> LoadTemplateGroups; // a row of Combo1 was selected
+    // The version box: every assignment counts as a change, so OutputVersion becomes
+    // the number at the start of the text, printed back ("5.0" gives "5").
+    void SetVersionText(const std::string &text);
 
     void ClearMaterials() { ResetList(Figures); }
     void ClearActors() {

@@ -1,0 +1,67 @@
+#pragma once
+// The morph and pose page of the main window: actors, their dials, the
+// property panels, the thigh length and deletion of channels by type.
+#include <QWidget>
+
+#include <array>
+
+class QCheckBox;
+class QComboBox;
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QTreeWidget;
+
+namespace gelvane {
+
+class Session;
+
+class PosePage : public QWidget {
+    Q_OBJECT
+public:
+    PosePage(Session &session, QWidget *parent = nullptr);
+
+    // Shows the session's actors, selects the first one and lists its dials.
+    void refresh();
+    // Lists the channels of the actor at `row` of lstActors in lstDials.
+    void FillDialList(int row);
+
+    QTreeWidget *lstActors() const { return m_lstActors; }
+    QTreeWidget *lstDials() const { return m_lstDials; }
+
+private:
+    QWidget *BuildLists();
+    QWidget *BuildActorPanel();
+    QWidget *BuildDialPanel();
+    QWidget *BuildThighLength();
+    QWidget *BuildDeletePanel();
+    void SetChannelControlsEnabled(bool listsEnabled);
+
+    Session &m_session;
+    QTreeWidget *m_lstActors = nullptr;
+    QTreeWidget *m_lstDials = nullptr;
+    QPushButton *m_cmdSelectAllActors = nullptr;
+    QPushButton *m_cmdDeleteActors = nullptr;
+    QPushButton *m_cmdSelectAllDials = nullptr;
+    QPushButton *m_cmdDeleteDials = nullptr;
+    QPushButton *m_cmdCreateDial = nullptr;
+    QPushButton *m_cmdZerAll = nullptr;
+    QPushButton *m_cmdDelChannels = nullptr;
+    std::array<QLabel *, 7> m_lblActorProperty{};
+    std::array<QCheckBox *, 7> m_chkEnable{};
+    std::array<QPushButton *, 7> m_cmdApplyProperty{};
+    std::array<QLineEdit *, 2> m_txtActorProperties{};
+    std::array<QComboBox *, 5> m_cmbActorProperties{};
+    std::array<QLabel *, 3> m_lblDialProperty{};
+    std::array<QCheckBox *, 3> m_chkEnableDial{};
+    std::array<QPushButton *, 3> m_cmdApplyDial{};
+    std::array<QLineEdit *, 2> m_txtDialProperties{};
+    QComboBox *m_cmbDialProperties = nullptr;
+    QCheckBox *m_chkDisableThighLength = nullptr;
+    QLineEdit *m_txtThighLength = nullptr;
+    std::array<QCheckBox *, 23> m_chkDelChannels{};
+    std::array<QPushButton *, 3> m_cmdCheckAll{};
+};
+
+} // namespace gelvane

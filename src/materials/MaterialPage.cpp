@@ -1,0 +1,462 @@
+#include "materials/MaterialPage.h"
+
+#include "app/Settings.h"
+#include "maps/MapPaths.h"
+#include "maps/ThumbnailImage.h"
+#include "model/Session.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFrame>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+
+namespace gelvane {
+
+namespace {
+
+struct PropertyNames {
+    const char *Open;  // label of the enabled presentation
+    const char *Close; // label of the disabled presentation
+    const char *Caption;
+};
+
+// In the order of the flags of a material.
+constexpr PropertyNames kProperties[18] = {
+    {"lblObjectColor", "lblCloseObjectColor", "Object Color"},
+    {"lblHighlightColor", "lblCloseHighlightColor", "Highlight Color"},
+    {"lblAmbientColor", "lblCloseAmbientColor", "Ambient Color"},
+    {"lblReflectiveColor", "lblCloseReflectiveColor", "Reflective Color"},
+    {"lblHighlightSub", "lblCloseHighlight", "Highlight Size"},
+    {"lblTransparencyMinSub", "lblCloseTransparencyMin", "Transparency Min"},
+    {"lblTransparencyMaxSub", "lblCloseTransparencyMax", "Transparency Max"},
+    {"lblTransparencyFalloffSub", "lblCloseTransparencyFalloff", "Transparency Falloff"},
+    {"lblTexturePath", "lblCloseTextureMap", "Texture Map"},
+    {"lblBumpPath", "lblCloseBumpMap", "Bump Map"},
+    {"lblReflectionPath", "lblCloseReflectionMap", "Reflection Map"},
+    {"lblTransparencyPath", "lblCloseTransparencyMap", "Transparency Map"},
+    {"lblTextureStrengthSub", "lblCloseTextureStrength", "Texture Strength"},
+    {"lblBumpStrengthSub", "lblCloseBumpStrength", "Bump Strength"},
+    {"lblReflectionStrengthSub", "lblCloseReflectionStrength", "Reflection Strength"},
+    {"lblApplyTexture", "lblCloseApplyToHighlight", "Apply texture to highlight"},
+    {"lblMultiplyThroughLights", "lblCloseMultiplyThroughLights", "Multiply through lights"},
+    {"lblMultiplyThroughKdColor", "lblCloseMultiplyThroughKd", "Multiply through Object Color"},
+};
+
+struct CommandText {
+    const char *Caption;
+    const char *Tip;
+};
+
+const char *const kFixTip = "Try to correct a false path or toggle formatting between full and shortened path";
+
+constexpr CommandText kCommands[29] = {
+    {"Select all", "Select all materials"},
+    {"Delete", "Remove selected object from the pose"},
+    {"No Map", "Do not use a Texture Map with selected material(s)"},
+    {"No Map", "Do not use a Bump Map with selected material(s)"},
+    {"No Map", "Do not use a Reflection Map with selected material(s)"},
+    {"No Map", "Do not use a Transparency Map with selected material(s)"},
+    {"Open", "Open the Texture Map with the associated program"},
+    {"Open", "Open the Bump Map with the associated program"},
+    {"Open", "Open the Reflection Map with the associated program"},
+    {"Open", "Open the Transparency Map with the associated program"},
+    {"...", "Browse a Texture Map for selected material(s)"},
+    {"...", "Browse a Bump Map for selected material(s)"},
+    {"...", "Browse a Reflection Map for selected material(s)"},
+    {"...", "Browse a Transparency Map for selected material(s)"},
+    {"Apply", "Apply Highlight Size for selected material(s)"},
+    {"Apply", "Apply Transparency Min for selected material(s)"},
+    {"Apply", "Apply Transparency Max for selected material(s)"},
+    {"Apply", "Apply Transparency Falloff for selected material(s)"},
+    {"Apply", "Apply TextureMap for selected material(s)"},
+    {"Apply", "Apply BumpMap for selected material(s)"},
+    {"Apply", "Apply ReflectionMap for selected material(s)"},
+    {"Apply", "Apply TransparencyMap for selected material(s)"},
+    {"Apply", "Apply Texture Strength for selected material(s)"},
+    {"Apply", "Apply Bump Strength for selected material(s)"},
+    {"Apply", "Apply Reflection Strength for selected material(s)"},
+    {"Fix", kFixTip},
+    {"Fix", kFixTip},
+    {"Fix", kFixTip},
+    {"Fix", kFixTip},
+};
+
+// Number boxes TXT(1) to TXT(7) and their bars SCR(0) to SCR(6).
+struct NumberRow {
+    int Property; // index into kProperties
+    int Box;
+    int Minimum, Maximum, PageStep, Initial;
+    const char *Tip;
+    int Apply;
+};
+
+constexpr NumberRow kNumbers[7] = {
+    {4, 1, 1, 100, 3, 100, "Type a value between 1 and 100", 14},
+    {5, 2, 0, 100, 3, 0, "Type a value between 0 and 100", 15},
+    {6, 3, 0, 100, 3, 0, "Type a value between 0 and 100", 16},
+    {7, 4, 0, 1000, 30, 0, "Type a value between 0 and 10", 17},
+    {12, 5, 0, 100, 3, 100, "Type a value between 0 and 100", 22},
+    {13, 6, -100, 100, 4, 100, "Type a value between -100 and 100", 23},
+    {14, 7, 0, 100, 3, 100, "Type a value between 0 and 100", 24},
+};
+
+const char *const kMapNames[4] = {"Texture Map", "Bump Map", "Reflection Map", "Transparency Map"};
+const char *const kThumbCaptions[4] = {"Texture map", "Bump map", "Reflection map", "Transparency map"};
+
+QString Latin1(const std::string &text) {
+    return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+template <class W> W *Named(W *widget, const QString &name, const QString &tip = {}) {
+    widget->setObjectName(name);
+    if (!tip.isEmpty())
+        widget->setToolTip(tip);
+    return widget;
+}
+
+QString Indexed(const char *name, int index) {
+    return QString("%1_%2").arg(name).arg(index);
+}
+
+// True when the row stands for a Figure (rows behind the last one are actors).
+bool IsFigureRow(const Session &session, int row) {
+    return row >= 0 && row < static_cast<int>(session.Figures.size()) && !IsEmptyList(session.Figures);
+}
+
+} // namespace
+
+MaterialPage::MaterialPage(Session &session, QWidget *parent) : QWidget(parent), m_session(session) {
+    setObjectName("picOptions_0");
+    Build();
+    SetMaterialControlsEnabled(false);
+}
+
+void MaterialPage::Build() {
+    auto *layout = new QHBoxLayout(this);
+    layout->addWidget(BuildListColumn());
+    layout->addWidget(BuildPropertyColumn(), 1);
+}
+
+QWidget *MaterialPage::BuildListColumn() {
+    auto *column = new QWidget(this);
+    column->setFixedWidth(250);
+    auto *v = new QVBoxLayout(column);
+    v->setContentsMargins(0, 0, 0, 0);
+
+    auto *objectRow = new QHBoxLayout;
+    m_lblObject = Named(new QLabel("Object", column), "lblObject");
+    m_cmbFigures = Named(new QComboBox(column), "cmbFigures",
+                         "Choose the object (figure, prop, hair or body part) you want to modify");
+    m_cmbFigures->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    m_cmbFigures->setMinimumContentsLength(8);
+    objectRow->addWidget(m_lblObject);
+    objectRow->addWidget(m_cmbFigures, 1);
+    v->addLayout(objectRow);
+
+    m_lblMaterials = Named(new QLabel("Materials", column), "lblMaterials");
+    v->addWidget(m_lblMaterials);
+    m_lstMaterials = Named(new QListWidget(column), "lstMaterials", "Select the material(s) you want to edit");
+    m_lstMaterials->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    v->addWidget(m_lstMaterials, 1);
+
+    for (int i = 0; i < 29; ++i)
+        m_cmd[i] = Named(new QPushButton(kCommands[i].Caption, this), Indexed("cmd", i), kCommands[i].Tip);
+
+    auto *selectRow = new QHBoxLayout;
+    m_cmdInvertSel = Named(new QPushButton("Invert sel", column), "cmdInvertSel", "Select all materials");
+    m_cmdDeleteMaterials = Named(new QPushButton("Delete", column), "cmdDeleteMaterials", "Delete selected materials");
+    selectRow->addWidget(m_cmd[0]);
+    selectRow->addWidget(m_cmdInvertSel);
+    selectRow->addWidget(m_cmdDeleteMaterials);
+    v->addLayout(selectRow);
+    m_cmdNewMat =
+        Named(new QPushButton("Create new material", column), "cmdNewMat", "Create a new material from scratch");
+    m_cmdCreateMat = Named(new QPushButton("Add materials to object", column), "cmdCreateMat",
+                           "Copy material(s) to the selected object from another object");
+    v->addWidget(m_cmdNewMat);
+    v->addWidget(m_cmdCreateMat);
+    v->addWidget(m_cmd[1]);
+
+    auto *templates = new QGridLayout;
+    m_lblTemplate = Named(new QLabel("Template", column), "lblTemplate");
+    m_Combo1 = Named(new QComboBox(column), "Combo1", "Choose a material selection template");
+    m_lblSelGroup = Named(new QLabel("Sel. grp.", column), "lblSelGroup");
+    m_Combo2 = Named(new QComboBox(column), "Combo2", "Choose a selection group");
+    m_cmdEditTemplate = Named(new QPushButton("Edit", column), "cmdEditTemplate", "Delete selected template");
+    m_cmdDelTemplate = Named(new QPushButton("Delete", column), "cmdDelTemplate", "Delete selected template");
+    templates->addWidget(m_lblTemplate, 0, 0);
+    templates->addWidget(m_Combo1, 0, 1, 1, 2);
+    templates->addWidget(m_lblSelGroup, 1, 0);
+    templates->addWidget(m_Combo2, 1, 1, 1, 2);
+    templates->addWidget(m_cmdEditTemplate, 2, 1);
+    templates->addWidget(m_cmdDelTemplate, 2, 2);
+    templates->setColumnStretch(1, 1);
+    templates->setColumnStretch(2, 1);
+    v->addLayout(templates);
+
+    connect(m_cmbFigures, &QComboBox::activated, this, &MaterialPage::cmbFigures_Click);
+    connect(m_lstMaterials, &QListWidget::itemSelectionChanged, this, &MaterialPage::lstMaterials_Click);
+    return column;
+}
+
+QWidget *MaterialPage::BuildPropertyColumn() {
+    auto *column = new QWidget(this);
+    auto *grid = new QGridLayout(column);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setHorizontalSpacing(6);
+    grid->setVerticalSpacing(3);
+
+    for (int i = 0; i < 18; ++i) {
+        m_lblOpen[i] =
+            Named(new QLabel(kProperties[i].Caption, column), kProperties[i].Open, "Double-click to disable");
+        m_lblClose[i] = Named(new QLabel(QString(kProperties[i].Caption) + " Disabled", column), kProperties[i].Close,
+                              "Double-click to enable");
+        QFont bold = m_lblClose[i]->font();
+        bold.setBold(true);
+        m_lblClose[i]->setFont(bold);
+        m_lblClose[i]->setVisible(false);
+        m_lblClose[i]->setEnabled(false);
+    }
+    // Both labels of a property share one cell; only one of them is ever visible.
+    auto placeLabels = [&](int property, int row, int col, int span = 1) {
+        grid->addWidget(m_lblOpen[property], row, col, 1, span);
+        grid->addWidget(m_lblClose[property], row, col, 1, span);
+    };
+    for (int i = 1; i < 12; ++i)
+        m_TXT[i] = Named(new QLineEdit(column), Indexed("TXT", i));
+
+    // Left half: colours, numbers, strengths and the three switches.
+    int row = 0;
+    for (int i = 0; i < 4; ++i, ++row) {
+        placeLabels(i, row, 0);
+        m_SHP[i] = Named(new QFrame(column), Indexed("SHP", i),
+                         QString("Select %1 for selected material(s)").arg(kProperties[i].Caption));
+        m_SHP[i]->setFrameShape(QFrame::Box);
+        m_SHP[i]->setFixedSize(60, 20);
+        m_SHP[i]->setAutoFillBackground(true);
+        m_SHP[i]->setStyleSheet("background-color: rgb(192, 192, 192);");
+        grid->addWidget(m_SHP[i], row, 1, Qt::AlignLeft);
+    }
+    for (const NumberRow &n : kNumbers) {
+        placeLabels(n.Property, row, 0);
+        QLineEdit *box = m_TXT[n.Box];
+        box->setToolTip(n.Tip);
+        box->setFixedWidth(60);
+        box->setText(QString::number(n.Box == 4 ? n.Initial / 100.0 : n.Initial));
+        QScrollBar *bar = Named(new QScrollBar(Qt::Horizontal, column), Indexed("SCR", n.Box - 1));
+        bar->setRange(n.Minimum, n.Maximum);
+        bar->setPageStep(n.PageStep);
+        bar->setValue(n.Initial);
+        bar->setMinimumWidth(100);
+        m_SCR[n.Box - 1] = bar;
+        grid->addWidget(box, row, 1);
+        grid->addWidget(bar, row, 2);
+        grid->addWidget(m_cmd[n.Apply], row, 3);
+        ++row;
+    }
+    m_chkApplyTextures =
+        Named(new QCheckBox(column), "chkApplyTextures",
+              "Check to apply texture to highlight. In P5 the image map node will be connected to specular color");
+    m_chkMultiplyThroughLights = Named(new QCheckBox(column), "chkMultiplyThroughLights");
+    m_chkMultiplyThroughKdColor = Named(new QCheckBox(column), "chkMultiplyThroughKdColor");
+    const std::array<QCheckBox *, 3> checks{m_chkApplyTextures, m_chkMultiplyThroughLights,
+                                            m_chkMultiplyThroughKdColor};
+    for (int i = 0; i < 3; ++i, ++row) {
+        auto *cell = new QHBoxLayout;
+        cell->addWidget(checks[i]);
+        cell->addWidget(m_lblOpen[15 + i]);
+        cell->addWidget(m_lblClose[15 + i]);
+        cell->addStretch(1);
+        grid->addLayout(cell, row, 0, 1, 4);
+    }
+    grid->setColumnStretch(2, 1);
+
+    // Right half: the four map rows, their thumbnails and the path form switch.
+    constexpr int mapCol = 5;
+    grid->setColumnMinimumWidth(4, 12);
+    int mapRow = 0;
+    for (int i = 0; i < 4; ++i) {
+        placeLabels(8 + i, mapRow++, mapCol, 6);
+        QLineEdit *box = m_TXT[8 + i];
+        box->setToolTip(QString("Type path and name of the %1 for selected material(s)").arg(kMapNames[i]));
+        box->setMinimumWidth(220);
+        grid->addWidget(box, mapRow, mapCol, 1, 6);
+        ++mapRow;
+        // No Map, Open, Browse, Fix, Apply.
+        const int buttons[5] = {2 + i, 6 + i, 10 + i, 25 + i, 18 + i};
+        for (int b = 0; b < 5; ++b)
+            grid->addWidget(m_cmd[buttons[b]], mapRow, mapCol + b);
+        ++mapRow;
+    }
+    auto *thumbs = new QHBoxLayout;
+    for (int i = 0; i < 4; ++i) {
+        auto *cell = new QVBoxLayout;
+        m_imgThumb[i] = Named(new QLabel(column), Indexed("imgThumb", i));
+        m_imgThumb[i]->setFixedSize(kThumbPixels, kThumbPixels);
+        m_imgThumb[i]->setFrameShape(QFrame::Box);
+        m_imgThumb[i]->setAlignment(Qt::AlignCenter);
+        m_lblThumb[i] = Named(new QLabel(kThumbCaptions[i], column), Indexed("lblThumb", i));
+        m_lblThumb[i]->setAlignment(Qt::AlignHCenter);
+        cell->addWidget(m_imgThumb[i], 0, Qt::AlignHCenter);
+        cell->addWidget(m_lblThumb[i]);
+        thumbs->addLayout(cell);
+    }
+    grid->addLayout(thumbs, mapRow++, mapCol, 1, 6);
+    auto *pathForm = new QHBoxLayout;
+    m_chkTexture = Named(new QCheckBox(column), "chkTexture",
+                         "Use absolute file references with textures, bumps, reflection maps and transparency maps");
+    pathForm->addWidget(m_chkTexture);
+    pathForm->addWidget(Named(new QLabel("Use full map paths", column), "lblUseFullPath"));
+    pathForm->addStretch(1);
+    grid->addLayout(pathForm, mapRow++, mapCol, 1, 6);
+    grid->setRowStretch(std::max(row, mapRow), 1);
+    return column;
+}
+
+void MaterialPage::SetMaterialControlsEnabled(bool enabled) {
+    for (auto *w : m_cmd)
+        w->setEnabled(false); // the commands arrive with their own handlers
+    for (auto *w : m_SCR)
+        w->setEnabled(false);
+    for (int i = 1; i < 12; ++i)
+        m_TXT[i]->setEnabled(false);
+    for (auto *w : m_SHP)
+        w->setEnabled(false);
+    for (auto *w : m_lblOpen)
+        w->setEnabled(enabled);
+    for (auto *w : {m_chkApplyTextures, m_chkMultiplyThroughLights, m_chkMultiplyThroughKdColor})
+        w->setEnabled(false);
+    for (auto *w :
+         {m_cmdInvertSel, m_cmdDeleteMaterials, m_cmdNewMat, m_cmdCreateMat, m_cmdEditTemplate, m_cmdDelTemplate})
+        w->setEnabled(false);
+    m_Combo2->setEnabled(false);
+    m_lstMaterials->setEnabled(enabled);
+    for (QWidget *w : {static_cast<QWidget *>(m_lblObject), static_cast<QWidget *>(m_lblMaterials),
+                       static_cast<QWidget *>(m_lblTemplate), static_cast<QWidget *>(m_lblSelGroup)})
+        w->setEnabled(enabled || w == m_lblObject || w == m_lblTemplate);
+    if (!enabled)
+        ShowThumbnails();
+}
+
+void MaterialPage::refresh() {
+    QStringList rows;
+    for (const std::string &line : m_session.cmbFigures)
+        rows << Latin1(line);
+    QStringList shown;
+    for (int i = 0; i < m_cmbFigures->count(); ++i)
+        shown << m_cmbFigures->itemText(i);
+    int row = m_session.View.cmbFiguresIndex;
+    if (row < 0 || row >= rows.size())
+        row = rows.isEmpty() ? -1 : 0;
+    {
+        const QSignalBlocker blocker(m_cmbFigures);
+        if (rows != shown) {
+            m_cmbFigures->clear();
+            m_cmbFigures->addItems(rows);
+        }
+        m_cmbFigures->setCurrentIndex(row);
+    }
+    m_cmbFigures->setEnabled(!rows.isEmpty() && m_session.View.cmbFiguresEnabled &&
+                             !m_session.Options.chkNoMaterialData);
+    m_cmd[1]->setEnabled(m_session.View.cmdDeleteEnabled && !rows.isEmpty());
+    ShowObject(row, true);
+}
+
+void MaterialPage::cmbFigures_Click(int row) {
+    ShowObject(row, false);
+}
+
+void MaterialPage::ShowObject(int row, bool keepSelection) {
+    m_session.View.cmbFiguresIndex = row;
+    if (IsFigureRow(m_session, row) && !m_session.Options.chkNoMaterialData) {
+        SetMaterialControlsEnabled(true);
+        QStringList names;
+        if (!IsEmptyList(m_session.Figures[row].Materials))
+            for (const Material &material : m_session.Figures[row].Materials)
+                names << Latin1(material.Name);
+        QStringList shown;
+        for (int i = 0; i < m_lstMaterials->count(); ++i)
+            shown << m_lstMaterials->item(i)->text();
+        // A refresh keeps the user's selection while the object's materials stay the same.
+        if (keepSelection && names == shown && m_lstMaterials->currentRow() >= 0)
+            lstMaterials_Click();
+        else
+            ShowMaterialList();
+    } else {
+        // An actor row (or no row): the material page has nothing to show.
+        SetMaterialControlsEnabled(false);
+        const QSignalBlocker blocker(m_lstMaterials);
+        m_lstMaterials->clear();
+        m_session.View.lstMaterials.clear();
+        m_session.View.lstMaterialsIndex = -1;
+        ShowThumbnails();
+    }
+    emit objectChosen(row);
+}
+
+void MaterialPage::ShowMaterialList() {
+    const int row = m_cmbFigures->currentIndex();
+    {
+        const QSignalBlocker blocker(m_lstMaterials);
+        m_lstMaterials->clear();
+        m_session.View.lstMaterials.clear();
+        if (IsFigureRow(m_session, row) && !IsEmptyList(m_session.Figures[row].Materials))
+            for (const Material &material : m_session.Figures[row].Materials) {
+                m_lstMaterials->addItem(Latin1(material.Name));
+                m_session.View.lstMaterials.push_back(material.Name);
+            }
+    }
+    if (m_lstMaterials->count() > 0)
+        m_lstMaterials->setCurrentRow(0); // selects it, which runs the click handling
+    else
+        lstMaterials_Click();
+}
+
+void MaterialPage::lstMaterials_Click() {
+    const auto selected = m_lstMaterials->selectedItems();
+    QListWidgetItem *current = m_lstMaterials->currentItem();
+    if (!selected.isEmpty() && (!current || !current->isSelected())) {
+        // The shown material is always a selected one: the first from the top.
+        int first = m_lstMaterials->count();
+        for (auto *item : selected)
+            first = std::min(first, m_lstMaterials->row(item));
+        const QSignalBlocker blocker(m_lstMaterials);
+        m_lstMaterials->setCurrentRow(first, QItemSelectionModel::NoUpdate);
+    }
+    m_session.View.lstMaterialsIndex = m_lstMaterials->currentRow();
+    ShowThumbnails();
+}
+
+void MaterialPage::ShowThumbnails() {
+    const int row = m_cmbFigures->currentIndex();
+    const int index = m_lstMaterials->isEnabled() ? m_lstMaterials->currentRow() : -1;
+    const Material *material = nullptr;
+    if (IsFigureRow(m_session, row) && index >= 0 && index < static_cast<int>(m_session.Figures[row].Materials.size()))
+        material = &m_session.Figures[row].Materials[index];
+    for (int i = 0; i < 4; ++i) {
+        QPixmap picture;
+        if (material) {
+            const std::string &field = i == 0   ? material->textureMap
+                                       : i == 1 ? material->bumpMap
+                                       : i == 2 ? material->reflectionMap
+                                                : material->transparencyMap;
+            if (!field.empty() && !IsNoMap(field))
+                picture = CachedThumbnailPixmap(FullMapPath(m_session.settings().PoserFolder, field), 0);
+        }
+        m_imgThumb[i]->setPixmap(picture);
+        if (picture.isNull())
+            m_imgThumb[i]->clear();
+        m_imgThumb[i]->setEnabled(!picture.isNull());
+        m_lblThumb[i]->setEnabled(!picture.isNull());
+    }
+}
+
+} // namespace gelvane

@@ -1,0 +1,36 @@
+#pragma once
+// Handing things to the desktop: documents to their program, Poser to a new process.
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace gelvane {
+
+class Interaction;
+
+// Starts `argv` (argv[0] looked up on PATH) as a process of its own, without waiting
+// and without leaving a zombie. False when it couldn't be started; `error` then holds
+// the system's error number.
+bool StartDetached(const std::vector<std::string> &argv, int *error = nullptr);
+
+// How a process is started; tests replace it.
+using ProcessStarter = std::function<bool(const std::vector<std::string> &argv, int *error)>;
+
+// The first executable called `name` on PATH, or the empty text.
+std::string FindOnPath(const std::string &name);
+
+// Asks the desktop to open `target` (a file or an address) with its program. The
+// result isn't examined: a missing file gives no message.
+void OpenDocument(const std::string &target, const ProcessStarter &start = StartDetached);
+
+// The Help menu's documents, beside the executable, and the home page.
+void OpenLicense(const ProcessStarter &start = StartDetached);
+void OpenVersionHistory(const ProcessStarter &start = StartDetached);
+void OpenWebSite(const ProcessStarter &start = StartDetached);
+inline constexpr const char *kHomePage = "https://gelvane.example.org/GVLHome/";
+
+// Starts Poser.exe of `poserFolder` through wine and doesn't wait. Without the file,
+// or without wine to run it, says "Poser executable could not be found in" + the folder.
+void RunPoser(const std::string &poserFolder, Interaction &ui, const ProcessStarter &start = StartDetached);
+
+} // namespace gelvane

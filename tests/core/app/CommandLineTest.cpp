@@ -1,0 +1,62 @@
+#include "app/CommandLine.h"
+#include "support/TestHome.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace gelvane {
+namespace {
+
+using test::TestHome;
+
+TEST(CommandLine, KindComesFromTheLastThreeLetters) {
+    const std::pair<const char *, int> cases[] = {
+        {"/home/u/Runtime/Libraries/Character/Figure.cr2", 0},
+        {"\"/home/u/My Poses/Skin.PZ2\"", 1},
+        {"-s /a/b.pp2", 2},
+        {"-s \"/a/b.Hr2\"  ", 3},
+        {"/a/b.cm2", 4},
+        {"/a/\"b\".fc2", 5},
+        {"/a/b.hd2\"", 6},
+        {"/a/b.lt2", 7},
+        {"/a/bcr2", 0}, // no dot needed
+        {"/a/b.cr2.bak", -1},
+        {"/a/b.obj", -1},
+        {"r2", -1},
+        {"", -1},
+    };
+    for (const auto &[text, kind] : cases) {
+        SCOPED_TRACE(text);
+        EXPECT_EQ(FileKindOfCommand(text), kind);
+    }
+}
+
+TEST(CommandLine, SilentSwitchAndItsPath) {
+    EXPECT_TRUE(IsSilentCommand("-s /a.pz2"));
+    EXPECT_TRUE(IsSilentCommand("  -S /a.pz2"));
+    EXPECT_FALSE(IsSilentCommand("-s"));
+    EXPECT_FALSE(IsSilentCommand("-sx /a.pz2"));
+    EXPECT_FALSE(IsSilentCommand("/a -s b.pz2"));
+    EXPECT_EQ(SilentCommandPath("-s \"/My Files/a b.pz2\""), "/My Files/a b.pz2");
+    EXPECT_EQ(SilentCommandPath(" -S   /x.cr2 "), "/x.cr2");
+
+    char prog[] = "gelvane", sw[] = "-s", path[] = "/a b/c.pz2";
+    char *argv[] = {prog, sw, path};
+    EXPECT_EQ(CommandTextOf(3, argv), "-s /a b/c.pz2");
+    EXPECT_EQ(CommandTextOf(1, argv), "");
+}
+
+TEST(CommandLine, LongPathGivesTheSpellingOnDiskOrNothing) {
+    TestHome home;
+    const std::string file = home.write("Poser/Runtime/Libraries/Pose/Skin Tone.pz2", "{}");
+    EXPECT_EQ(GetLongPath(home.path() + "\\poser\\RUNTIME\\libraries\\pose\\skin tone.PZ2"), file);
+    EXPECT_EQ(GetLongPath(home.path() + "/Poser/Runtime/"), home.file("Poser/Runtime"));
+    EXPECT_EQ(GetLongPath(home.path() + "/Poser/Missing/Pose/Skin Tone.pz2"), "");
+    EXPECT_EQ(GetLongPath(""), "");
+}
+
+} // namespace
+} // namespace gelvane

@@ -1,0 +1,246 @@
+#include "app/Settings.h"
+#include "app/ProfileFile.h"
+#include "platform/FileVersion.h"
+#include "platform/Paths.h"
+#include "support/ScriptedInteraction.h"
+#include "support/TestHome.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+
+namespace gelvane {
+namespace {
+
+using test::ScriptedInteraction;
+using test::TestHome;
+
+std::string Ini(const TestHome &home) {
+    return home.read("Settings.ini");
+}
+
+// A file that carries a fixed version record, as a Windows executable does.
+std::string FakeExecutable(uint16_t a, uint16_t b, uint16_t c, uint16_t d) {
+    std::string bytes = "MZ\x90";
+    bytes += std::string(200, '\0');
+    const auto dword = [&](uint32_t v) {
+        for (int i = 0; i < 4; ++i)
+            bytes += static_cast<char>((v >> (8 * i)) & 0xFF);
+    };
+    dword(0xFEEF04BD);
+    dword(0x00010000);
+    dword(static_cast<uint32_t>(a) << 16 | b);
+    dword(static_cast<uint32_t>(c) << 16 | d);
+    bytes += std::string(64, '\0');
+    return bytes;
+}
+
+TEST(ProfileFile, FindsSectionsAndKeysWithoutRegardToCase) {
+    TestHome home;
+    const std::string file = home.write("p.ini", "; comment\r\n[One]\r\nKey = \"quoted value\" \r\n[two]\nX=1\rY=2\n");
+    EXPECT_EQ(ReadProfileString("ONE", "key", file, ""), "quoted value");
+    EXPECT_EQ(ReadProfileString("Two", "y", file, ""), "2");
+    EXPECT_EQ(ReadProfileString("Two", "Missing", file, "dflt"), "dflt");
+    EXPECT_EQ(ReadProfileString("Three", "X", file, ""), "");
+    EXPECT_EQ(ReadProfileString("One", "X", home.file("missing.ini"), "d"), "d");
+
+    const std::string longFolder = "/" + std::string(300, 'a');
+    home.write("long.ini", "[Folders]\r\nCR2=" + longFolder + "\r\n");
+    EXPECT_EQ(ReadIni("Folders", "CR2", home.file("long.ini"), ""), longFolder.substr(0, 259));
+}
+
+TEST(ProfileFile, WritesInPlaceAndAppendsMissingSections) {
+    TestHome home;
+    const std::string file = home.write("p.ini", "[Folders]\r\nCR2=old\r\n; keep me\r\n\r\n[Other]\r\nA=1\r\n");
+    const std::string_view cr2 = "cr2", fresh = "new", map = "Map", none = "none", b = "B", two = "2";
+    ASSERT_TRUE(WriteProfileString("folders", &cr2, &fresh, file));
+    ASSERT_TRUE(WriteProfileString("FOLDERS", &map, &none, file));
+    ASSERT_TRUE(WriteProfileString("General", &b, &two, file));
+    EXPECT_EQ(home.read("p.ini"), "[Folders]\r\ncr2=new\r\n; keep me\r\nMap=none\r\n\r\n[Other]\r\nA=1\r\n"
+                                  "[General]\r\nB=2\r\n");
+    // A null value removes the entry, a null key the whole section.
+    ASSERT_TRUE(WriteProfileString("Folders", &map, nullptr, file));
+    ASSERT_TRUE(WriteProfileString("other", nullptr, nullptr, file));
+    EXPECT_EQ(home.read("p.ini"), "[Folders]\r\ncr2=new\r\n; keep me\r\n\r\n[General]\r\nB=2\r\n");
+
+    // WriteIni passes an empty text as it is unless asked to remove.
+    ASSERT_TRUE(WriteIni("General", "B", "", file, false));
+    EXPECT_TRUE(home.read("p.ini").ends_with("[General]\r\nB=\r\n"));
+    ASSERT_TRUE(WriteIni("General", "B", "", file, true));
+    EXPECT_TRUE(home.read("p.ini").ends_with("[General]\r\n"));
+    EXPECT_FALSE(WriteIni("Folders", "CR2", "x", home.file("no/such/folder/p.ini"), false));
+}
+
+TEST(LoadSettings, FirstStartCreatesTheFileWithAllDefaults) {
+    TestHome home;
+    ScriptedInteraction ui;
+    const Settings s = LoadSettings(ui);
+    EXPECT_TRUE(ui.messages().empty());
+    EXPECT_EQ(Ini(home), "[Folders]\r\nPoser=none\r\nCR2=none\r\nPZ2=none\r\nPP2=none\r\nHR2=none\r\nCM2=none\r\n"
+                         "FC2=none\r\nHD2=none\r\nLT2=none\r\nMap=none\r\nSave=none\r\n"
+                         "[General]\r\nCdlgThumb=True\r\nMapThumb=True\r\nMainThumb=True\r\nAutoCorrect=True\r\n"
+                         "SetNoMap=False\r\nSetPoserVersion=True\r\nSetP5Version=True\r\nPVersionNumber=4.01\r\n"
+                         "P5VersionNumber=4.01\r\nSaveAsType=P4\r\nFileSystem=DOS\r\nReportTime=True\r\n"
+                         "DisableProperties=True\r\n");
+    EXPECT_EQ(s.PoserFolder, "none");
+    EXPECT_EQ(s.CR2Folder, "none");
+    EXPECT_EQ(s.MapFolder, "none");
+    EXPECT_TRUE(s.CdlgThumb && s.MapThumb && s.MainThumb && s.AutoCorrect && s.ReportTime && s.DisableProperties);
+    EXPECT_FALSE(s.SetNoMap);
+    EXPECT_TRUE(s.SaveAsP4);
+    EXPECT_TRUE(s.FileSystemDOS);
+    EXPECT_EQ(s.PVersionNumber, "4.01");
+    EXPECT_EQ(s.DefaultTemplate, "");
+
+    // A second start finds everything in place and changes nothing.
+    const std::string before = Ini(home);
+    LoadSettings(ui);
+    EXPECT_EQ(Ini(home), before);
+}
+
+TEST(LoadSettings, StaleFoldersAreDerivedFromPoserFolderOrSetToNone) {
+    TestHome home;
+    namespace fs = std::filesystem;
+    const std::string poser = home.file("Poser 4");
+    fs::create_directories(poser + "/Runtime/Libraries/character");
+    fs::create_directories(poser + "/Runtime/Libraries/Pose");
+    fs::create_directories(poser + "/Runtime/Textures");
+    fs::create_directories(home.file("elsewhere"));
+    home.write("Poser 4/Poser.exe", FakeExecutable(5, 0, 3, 1));
+    home.write("Settings.ini", "[Folders]\r\nPoser=" + poser + "\r\nCR2=/gone/Character\r\nHR2=/gone/Hair\r\nPP2=" +
+                                   home.file("elsewhere") + "\r\n");
+    ScriptedInteraction ui;
+    const Settings s = LoadSettings(ui);
+    EXPECT_TRUE(ui.messages().empty());
+    EXPECT_EQ(s.PoserFolder, poser);
+    EXPECT_EQ(s.CR2Folder, poser + "/Runtime/Libraries/character"); // the spelling on disk
+    EXPECT_EQ(s.PZ2Folder, poser + "/Runtime/Libraries/Pose");
+    EXPECT_EQ(s.SaveFolder, poser + "/Runtime/Libraries/Pose");
+    EXPECT_EQ(s.MapFolder, poser + "/Runtime/Textures");
+    EXPECT_EQ(s.PP2Folder, home.file("elsewhere"));
+    EXPECT_EQ(s.HR2Folder, "none");
+    EXPECT_EQ(s.LT2Folder, "none");
+    EXPECT_EQ(s.PVersionNumber, "5.0");
+    EXPECT_EQ(s.P5VersionNumber, "5.0");
+    EXPECT_NE(Ini(home).find("\r\nPVersionNumber=5.0\r\n"), std::string::npos);
+}
+
+TEST(LoadSettings, PoserExeWithoutVersionGivesEmptyVersion) {
+    TestHome home;
+    std::filesystem::create_directories(home.file("Poser"));
+    home.write("Poser/poser.EXE", "MZ no resources here");
+    home.write("Settings.ini", "[Folders]\r\nPoser=" + home.file("Poser") + "\r\n[General]\r\nP5VersionNumber=6\r\n");
+    ScriptedInteraction ui;
+    const Settings s = LoadSettings(ui);
+    EXPECT_EQ(s.PVersionNumber, "");
+    EXPECT_EQ(s.P5VersionNumber, "6");
+    EXPECT_NE(Ini(home).find("\r\nPVersionNumber=\r\n"), std::string::npos);
+}
+
+struct StoredValueCase {
+    const char *Line;
+    bool (*Get)(const Settings &);
+    bool Expected;
+};
+
+TEST(LoadSettings, StoredWordsAreParsedAndLeftInTheFile) {
+    const StoredValueCase cases[] = {
+        {"MapThumb=TRUE", [](const Settings &s) { return s.MapThumb; }, true},
+        {"MapThumb=yes", [](const Settings &s) { return s.MapThumb; }, false},
+        {"SetNoMap=1", [](const Settings &s) { return s.SetNoMap; }, false},
+        {"SetNoMap=true", [](const Settings &s) { return s.SetNoMap; }, true},
+        {"ReportTime=False", [](const Settings &s) { return s.ReportTime; }, false},
+        {"SaveAsType=p4", [](const Settings &s) { return s.SaveAsP4; }, true},
+        {"SaveAsType=P6", [](const Settings &s) { return s.SaveAsP4; }, false},
+        {"FileSystem=dos", [](const Settings &s) { return s.FileSystemDOS; }, true},
+        {"FileSystem=Mac", [](const Settings &s) { return s.FileSystemDOS; }, false},
+    };
+    for (const StoredValueCase &c : cases) {
+        SCOPED_TRACE(c.Line);
+        TestHome home;
+        home.write("Settings.ini", std::string("[Folders]\r\n[General]\r\n") + c.Line + "\r\n");
+        ScriptedInteraction ui;
+        EXPECT_EQ(c.Get(LoadSettings(ui)), c.Expected);
+        EXPECT_NE(Ini(home).find(std::string("\r\n") + c.Line + "\r\n"), std::string::npos);
+    }
+}
+
+TEST(LoadSettings, DefaultTemplateMustExist) {
+    TestHome home;
+    home.write("Settings.ini", "[General]\r\nDefaultTemplate=Skin\r\n");
+    ScriptedInteraction ui;
+    EXPECT_EQ(LoadSettings(ui).DefaultTemplate, "");
+    EXPECT_NE(Ini(home).find("DefaultTemplate=Skin\r\n"), std::string::npos);
+    CreateStateFolders();
+    EXPECT_TRUE(std::filesystem::is_directory(home.file("Cache")));
+    home.write("Templates/Skin.cfg", "x");
+    EXPECT_EQ(LoadSettings(ui).DefaultTemplate, "Skin");
+}
+
+TEST(LoadSettings, RegisteredFolderIsOfferedOnFirstStart) {
+    TestHome home;
+    std::filesystem::create_directories(home.file("Poser/Runtime/Libraries/Hand"));
+    const std::string poser = home.file("Poser");
+
+    ScriptedInteraction yes;
+    yes.nextAnswer(MsgResult::Yes);
+    const Settings accepted = LoadSettings(yes, poser);
+    ASSERT_EQ(yes.messages().size(), 1u);
+    EXPECT_EQ(yes.messages()[0].Text, "Is " + poser + "\r\nyour Poser directory?");
+    EXPECT_EQ(yes.messages()[0].Title, "Default Poser folder");
+    EXPECT_EQ(yes.messages()[0].Buttons, MsgButtons::YesNo);
+    EXPECT_EQ(accepted.PoserFolder, poser);
+    EXPECT_EQ(accepted.HD2Folder, poser + "/Runtime/Libraries/Hand");
+
+    // Once stored, the folder isn't asked about again.
+    ScriptedInteraction later;
+    LoadSettings(later, poser);
+    EXPECT_TRUE(later.messages().empty());
+}
+
+TEST(LoadSettings, DecliningTheRegisteredFolderAsksAgainNextTime) {
+    TestHome home;
+    std::filesystem::create_directories(home.file("Poser"));
+    ScriptedInteraction no;
+    no.nextAnswer(MsgResult::No);
+    const Settings s = LoadSettings(no, home.file("Poser"));
+    ASSERT_EQ(no.messages().size(), 2u);
+    EXPECT_EQ(no.messages()[1].Text,
+              "You can manually choose your Poser folder later\r\nin the Preferences form (in the Settings menu).");
+    EXPECT_EQ(no.messages()[1].Title, "Gelvane");
+    EXPECT_EQ(no.messages()[1].Buttons, MsgButtons::OK);
+    EXPECT_EQ(s.PoserFolder, "none");
+
+    ScriptedInteraction again;
+    again.nextAnswer(MsgResult::No);
+    LoadSettings(again, home.file("Poser"));
+    EXPECT_EQ(again.messages().size(), 2u);
+
+    // A registered folder that doesn't exist is never offered.
+    ScriptedInteraction missing;
+    EXPECT_EQ(LoadSettings(missing, home.file("Nowhere")).PoserFolder, "none");
+    EXPECT_TRUE(missing.messages().empty());
+}
+
+TEST(SaveSettings, WritesAFreshFileInItsFixedOrder) {
+    TestHome home;
+    SaveSettings(Settings{});
+    EXPECT_EQ(Ini(home), "[Folders]\r\nCR2=none\r\nPZ2=none\r\nPP2=none\r\nHR2=none\r\nCM2=none\r\nFC2=none\r\n"
+                         "HD2=none\r\nLT2=none\r\nPoser=none\r\nMap=none\r\nSave=none\r\n"
+                         "[General]\r\nCdlgThumb=True\r\nMapThumb=True\r\nMainThumb=True\r\nAutoCorrect=True\r\n"
+                         "SetNoMap=False\r\nSetPoserVersion=True\r\nSetP5Version=True\r\nPVersionNumber=4.01\r\n"
+                         "P5VersionNumber=4.01\r\nReportTime=True\r\nDefaultTemplate=\r\nDisableProperties=True\r\n"
+                         "SaveAsType=P4\r\nFileSystem=DOS\r\n");
+}
+
+TEST(FileVersion, ReadsTheFixedVersionRecord) {
+    TestHome home;
+    EXPECT_EQ(FileVersionString(home.write("a.exe", FakeExecutable(4, 1, 0, 22))), "4.1.0.22");
+    EXPECT_EQ(FileVersionString(home.write("b.exe", "MZ plain")), "");
+    EXPECT_EQ(FileVersionString(home.file("missing.exe")), "");
+}
+
+} // namespace
+} // namespace gelvane

@@ -1,0 +1,263 @@
+#include "maps/Thumbnails.h"
+
+#include "app/Settings.h"
+#include "model/Session.h"
+#include "support/ScriptedInteraction.h"
+#include "support/TestHome.h"
+
+#include <Magick++.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+
+using namespace gelvane;
+
+namespace {
+
+// A picture of `w` x `h` in one colour, written in the format its name implies
+// (or in `format` when given).
+std::string MakePicture(const std::string &path, int w, int h, const std::string &color = "#ff0000",
+                        const std::string &format = {}) {
+    Magick::InitializeMagick(nullptr);
+    std::filesystem::create_directories(std::filesystem::path(path).parent_path());
+    Magick::Image image(Magick::Geometry(w, h), Magick::Color(color));
+    image.write(format.empty() ? path : format + ":" + path);
+    return path;
+}
+
+const uint8_t *Pixel(const Thumbnail &t, int x, int y) {
+    return &t.Rgb[(static_cast<size_t>(y) * t.Width + x) * 3];
+}
+
+bool IsBlack(const Thumbnail &t, int x, int y) {
+    const uint8_t *p = Pixel(t, x, y);
+    return p[0] == 0 && p[1] == 0 && p[2] == 0;
+}
+
+bool IsRed(const Thumbnail &t, int x, int y) {
+    const uint8_t *p = Pixel(t, x, y);
+    return p[0] > 200 && p[1] < 60 && p[2] < 60;
+}
+
+} // namespace
+
+TEST(ThumbnailPlacement, KeepsAspectInsideTheMargin) {
+    // Tall: the full height less the margin, centred by the difference of the two sides.
+    EXPECT_EQ(PlaceThumbnail(100, 200, 1500, 1500), (ThumbPlacement{360, 0, 720, 1440}));
+    // Square: fills the surface less the margin.
+    EXPECT_EQ(PlaceThumbnail(300, 300, 1500, 1500), (ThumbPlacement{0, 0, 1440, 1440}));
+    // Wide: the full width, moved down.
+    EXPECT_EQ(PlaceThumbnail(200, 100, 1500, 1500), (ThumbPlacement{0, 360, 1440, 720}));
+    // 3:1 gives a height of 480, a 16-bit rounding of 1440 / 3.
+    EXPECT_EQ(PlaceThumbnail(3000, 1000), (ThumbPlacement{0, 480, 1440, 480}));
+}
+
+TEST(ThumbnailPlacement, DimensionsAreThePixelSize) {
+    EXPECT_EQ(ThumbDimensions(100, 200), "100 X 200");
+    EXPECT_EQ(ThumbDimensions(4096, 3072), "4096 X 3072");
+    EXPECT_EQ(ThumbDimensions(1, 1), "1 X 1");
+}
+
+class ThumbnailFormats : public ::testing::TestWithParam<std::pair<const char *, const char *>> {};
+
+// Every format the map dialogs offer decodes, and lands centred on black.
+TEST_P(ThumbnailFormats, DecodesAndPaintsCentredOnBlack) {
+    test::TestHome home;
+    const auto [name, format] = GetParam();
+    const std::string path = MakePicture(home.file(name), 40, 20, "#ff0000", format);
+
+    const auto picture = DecodePicture(path);
+    ASSERT_TRUE(picture.has_value()) << name;
+    EXPECT_EQ(picture->Width, 40);
+    EXPECT_EQ(picture->Height, 20);
+
+    const Thumbnail t = PaintThumbnail(*picture);
+    ASSERT_EQ(t.Width, kThumbPixels);
+    ASSERT_EQ(t.Height, kThumbPixels);
+    // 2:1 picture: 1440 x 720 units at y 360, that is 96 x 48 pixels at y 24.
+    EXPECT_TRUE(IsBlack(t, 50, 10)) << name;
+    EXPECT_TRUE(IsBlack(t, 50, 90)) << name;
+    EXPECT_TRUE(IsBlack(t, 99, 50)) << name; // right margin
+    if (std::string(name).find("pgm") != std::string::npos) {
+        EXPECT_GT(Pixel(t, 50, 48)[0], 40) << name; // grey only
+    } else {
+        EXPECT_TRUE(IsRed(t, 50, 48)) << name;
+        EXPECT_TRUE(IsRed(t, 1, 25)) << name;
+        EXPECT_TRUE(IsRed(t, 94, 70)) << name;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Pictures, ThumbnailFormats,
+                         ::testing::Values(std::pair{"a.jpg", ""}, std::pair{"a.jpeg", ""}, std::pair{"a.bmp", ""},
+                                           std::pair{"a.png", ""}, std::pair{"a.gif", ""}, std::pair{"a.tif", ""},
+                                           std::pair{"a.psd", ""}, std::pair{"a.pcx", ""}, std::pair{"a.tga", ""},
+                                           std::pair{"a.pgm", ""}, std::pair{"bump.bum", "BMP"},
+                                           std::pair{"Upper.JPG", ""}),
+                         [](const auto &info) {
+                             std::string n = info.param.first;
+                             for (char &c : n)
+                                 if (c == '.')
+                                     c = '_';
+                             return n;
+                         });
+
+TEST(ThumbnailDecoding, TallPictureStandsInTheMiddle) {
+    test::TestHome home;
+    const auto picture = DecodePicture(MakePicture(home.file("tall.png"), 10, 20));
+    ASSERT_TRUE(picture);
+    const Thumbnail t = PaintThumbnail(*picture);
+    // 720 x 1440 units at x 360: 48 x 96 pixels from x 24.
+    EXPECT_TRUE(IsBlack(t, 10, 50));
+    EXPECT_TRUE(IsRed(t, 25, 0));
+    EXPECT_TRUE(IsRed(t, 70, 95));
+    EXPECT_TRUE(IsBlack(t, 73, 50));
+    EXPECT_TRUE(IsBlack(t, 50, 98)); // bottom margin
+}
+
+TEST(ThumbnailDecoding, TransparencyShowsBlack) {
+    test::TestHome home;
+    Magick::InitializeMagick(nullptr);
+    const std::string path = home.file("clear.png");
+    Magick::Image image(Magick::Geometry(20, 20), Magick::Color("#ff000000"));
+    image.matte(true);
+    image.write(path);
+    const auto picture = DecodePicture(path);
+    ASSERT_TRUE(picture);
+    const Thumbnail t = PaintThumbnail(*picture);
+    EXPECT_TRUE(IsBlack(t, 50, 50));
+}
+
+TEST(ThumbnailDecoding, LargeJpegIsReadSmallButKeepsItsSize) {
+    test::TestHome home;
+    const std::string path = MakePicture(home.file("big.jpg"), 2400, 1200, "#00ff00");
+    const auto picture = DecodePicture(path);
+    ASSERT_TRUE(picture);
+    EXPECT_EQ(picture->Width, 2400);
+    EXPECT_EQ(picture->Height, 1200);
+    EXPECT_LE(picture->Pixels.Width, 2 * kThumbPixels);
+    EXPECT_LE(picture->Pixels.Height, kThumbPixels);
+
+    ThumbnailCache cache;
+    ASSERT_TRUE(cache.LoadThumbNail(path, 0));
+    EXPECT_EQ(cache.DimensionsOf(path), "2400 X 1200");
+}
+
+TEST(ThumbnailDecoding, UndecodableFilesFail) {
+    test::TestHome home;
+    ThumbnailCache cache;
+    const std::string text = home.write("notes.jpg", "this is no picture");
+    const std::string tga = home.write("empty.tga", "");
+    const std::string bum = home.write("odd.bum", "BM not really");
+    for (const std::string &path : {text, tga, bum, home.file("missing.png")}) {
+        EXPECT_FALSE(DecodePicture(path).has_value()) << path;
+        EXPECT_FALSE(cache.LoadThumbNail(path, 0)) << path;
+        EXPECT_FALSE(cache.Contains(path, 0)) << path;
+    }
+    // Nothing was recorded for them.
+    ASSERT_EQ(cache.ThumbInfo().size(), 1u);
+    EXPECT_TRUE(cache.ThumbInfo()[0].Path.empty());
+}
+
+TEST(ThumbnailCacheTest, OneThumbnailPerPathWhateverItsCase) {
+    test::TestHome home;
+    const std::string path = MakePicture(home.file("Maps/Skin.JPG"), 30, 30);
+    ThumbnailCache cache;
+
+    EXPECT_TRUE(cache.LoadThumbNail(path, 0));
+    EXPECT_EQ(cache.DecodeCount(), 1);
+    // The readers hand lower-cased paths; the file is still found on disk, and the
+    // key is the same, so nothing is decoded again.
+    std::string lower = path;
+    for (char &c : lower)
+        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    EXPECT_FALSE(cache.LoadThumbNail(lower, 0));
+    EXPECT_FALSE(cache.LoadThumbNail(path, 0));
+    EXPECT_EQ(cache.DecodeCount(), 1);
+    EXPECT_NE(cache.Find(lower, 0), nullptr);
+    EXPECT_EQ(cache.Find(path, 0), cache.Find(lower, 0));
+    ASSERT_EQ(cache.Keys(0).size(), 6u); // the fixed images and this one
+    EXPECT_EQ(cache.Keys(0).back(), lower);
+
+    // The other list decodes for itself.
+    EXPECT_TRUE(cache.LoadThumbNail(lower, 1));
+    EXPECT_EQ(cache.DecodeCount(), 2);
+
+    ASSERT_EQ(cache.ThumbInfo().size(), 2u);
+    EXPECT_EQ(cache.ThumbInfo()[0].Path, path);
+    EXPECT_EQ(cache.ThumbInfo()[0].Dimensions, "30 X 30");
+    EXPECT_EQ(cache.DimensionsOf(lower), "30 X 30");
+}
+
+TEST(ThumbnailCacheTest, ClearingKeepsTheFixedImagesOfTheMainList) {
+    test::TestHome home;
+    const std::string path = MakePicture(home.file("a.png"), 8, 8);
+    ThumbnailCache cache;
+    for (const char *key : {"Black", "NoImage", "PicPrev", "NA", "Loading"})
+        EXPECT_TRUE(cache.Contains(key, 0)) << key;
+    EXPECT_FALSE(cache.Contains("NA", 1));
+    EXPECT_NE(*cache.Find("NA", 0), *cache.Find("Black", 0)); // "NA" is lettered
+
+    ASSERT_TRUE(cache.LoadThumbNail(path, 0));
+    ASSERT_TRUE(cache.LoadThumbNail(path, 1));
+    cache.Clear(1);
+    EXPECT_TRUE(cache.Keys(1).empty());
+    EXPECT_TRUE(cache.Contains(path, 0));
+    cache.Clear(0);
+    EXPECT_FALSE(cache.Contains(path, 0));
+    EXPECT_TRUE(cache.Contains("NA", 0));
+    // After a clear the picture is decoded afresh.
+    EXPECT_TRUE(cache.LoadThumbNail(path, 1));
+}
+
+TEST(ThumbnailCacheTest, EventsRunAroundEachDecode) {
+    test::TestHome home;
+    ThumbnailCache cache;
+    int events = 0;
+    cache.DoEvents = [&] { ++events; };
+    ASSERT_TRUE(cache.LoadThumbNail(MakePicture(home.file("e.gif"), 5, 5), 0));
+    EXPECT_EQ(events, 3);
+    EXPECT_FALSE(cache.LoadThumbNail(home.file("nothing.gif"), 0));
+    EXPECT_EQ(events, 4);
+}
+
+TEST(ThumbnailCacheTest, SessionReadersFillTheMainList) {
+    test::TestHome home;
+    Settings settings;
+    test::ScriptedInteraction ui;
+    Session session(settings, ui);
+    ThumbnailCache cache;
+    ConnectThumbnails(session, cache);
+    ASSERT_TRUE(session.LoadThumbNail);
+    const std::string path = MakePicture(home.file("t.bmp"), 4, 4);
+    session.LoadThumbNail(path);
+    EXPECT_TRUE(cache.Contains(path, 0));
+    EXPECT_FALSE(cache.Contains(path, 1));
+    ASSERT_TRUE(session.ResetThumbnails);
+    session.ResetThumbnails();
+    EXPECT_FALSE(cache.Contains(path, 0));
+    EXPECT_TRUE(cache.Contains("Loading", 0));
+}
+
+TEST(PreviewSelection, PicturesPoserFilesAndTheRest) {
+    test::TestHome home;
+    const std::string picture = MakePicture(home.file("pic.tiff"), 4, 4);
+    const std::string figure = home.write("Figures/Man.CR2", "{\n}\n");
+    const std::string png = MakePicture(home.file("Figures/Man.png"), 4, 4);
+    const std::string lonely = home.write("Figures/Solo.pz2", "{\n}\n");
+    const std::string other = home.write("readme.txt", "hello");
+
+    EXPECT_EQ(PreviewSelectedFile(home.file("Figures")).What, PreviewChoice::Nothing);
+    EXPECT_EQ(PreviewSelectedFile(home.file("gone.jpg")).What, PreviewChoice::Nothing);
+
+    auto choice = PreviewSelectedFile(picture);
+    EXPECT_EQ(choice.What, PreviewChoice::Picture);
+    EXPECT_EQ(choice.Path, picture);
+
+    choice = PreviewSelectedFile(figure);
+    EXPECT_EQ(choice.What, PreviewChoice::Picture);
+    EXPECT_EQ(choice.Path, png);
+
+    EXPECT_EQ(PreviewSelectedFile(lonely).What, PreviewChoice::NotAvailable);
+    EXPECT_EQ(PreviewSelectedFile(other).What, PreviewChoice::NotAvailable);
+}

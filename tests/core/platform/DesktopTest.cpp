@@ -1,0 +1,93 @@
+#include "platform/Desktop.h"
+#include "support/ScriptedInteraction.h"
+#include "support/TestHome.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <thread>
+
+namespace gelvane {
+namespace {
+
+using test::ScriptedInteraction;
+using test::TestHome;
+
+// Waits a little for a file that a detached process writes.
+std::string AwaitFile(const TestHome &home, const std::string &relative) {
+    for (int i = 0; i < 200; ++i) {
+        const std::string text = home.read(relative);
+        if (!text.empty() && text.back() == '\n')
+            return text;
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    }
+    return home.read(relative);
+}
+
+// Puts `folder` alone on PATH for the life of the object.
+class ScopedPath {
+public:
+    explicit ScopedPath(const std::string &folder) : m_old(std::getenv("PATH") ? std::getenv("PATH") : "") {
+        setenv("PATH", folder.c_str(), 1);
+    }
+    ~ScopedPath() { setenv("PATH", m_old.c_str(), 1); }
+
+private:
+    std::string m_old;
+};
+
+std::string FakeWine(const TestHome &home) {
+    const std::string wine = home.write("bin/wine", "#!/bin/sh\necho \"$@\" > \"${0%/*}/../started.txt\"\n");
+    std::filesystem::permissions(wine, std::filesystem::perms::owner_all);
+    return wine;
+}
+
+TEST(StartDetached, StartsWithoutWaitingAndReportsAMissingProgram) {
+    TestHome home;
+    ASSERT_TRUE(StartDetached({"/bin/sh", "-c", "sleep 0.2; echo done > '" + home.file("out.txt") + "'"}));
+    EXPECT_EQ(home.read("out.txt"), ""); // not waited for
+    EXPECT_EQ(AwaitFile(home, "out.txt"), "done\n");
+
+    int error = 0;
+    EXPECT_FALSE(StartDetached({home.file("no-such-program")}, &error));
+    EXPECT_EQ(error, ENOENT);
+    EXPECT_FALSE(StartDetached({}, &error));
+}
+
+TEST(RunPoser, StartsPoserExeThroughWine) {
+    TestHome home;
+    home.write("Poser/poser.exe", "MZ");
+    FakeWine(home);
+    ScopedPath path(home.file("bin"));
+    ScriptedInteraction ui;
+    RunPoser(home.file("Poser"), ui);
+    EXPECT_TRUE(ui.messages().empty());
+    EXPECT_EQ(AwaitFile(home, "started.txt"), home.file("Poser/poser.exe") + "\n");
+}
+
+TEST(RunPoser, MissingExecutableOrWineIsReported) {
+    TestHome home;
+    FakeWine(home);
+    const std::string expected = "Poser executable could not be found in\r\n" + home.file("Poser") + ".";
+    {
+        ScopedPath path(home.file("bin"));
+        ScriptedInteraction ui;
+        RunPoser(home.file("Poser"), ui);
+        ASSERT_EQ(ui.messages().size(), 1u);
+        EXPECT_EQ(ui.messages()[0].Text, expected);
+        EXPECT_EQ(ui.messages()[0].Icon, MsgIcon::Exclamation);
+    }
+    home.write("Poser/Poser.exe", "MZ");
+    ScopedPath path(home.file("empty-bin"));
+    ScriptedInteraction ui;
+    RunPoser(home.file("Poser"), ui);
+    ASSERT_EQ(ui.messages().size(), 1u);
+    EXPECT_EQ(ui.messages()[0].Text, expected);
+    EXPECT_EQ(home.read("started.txt"), "");
+}
+
+} // namespace
+} // namespace gelvane

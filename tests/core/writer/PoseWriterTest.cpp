@@ -1,0 +1,427 @@
+#include "WriterModels.h"
+
+#include "model/Failure.h"
+#include "platform/Paths.h"
+#include "support/TestHome.h"
+#include "writer/PoseWriter.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+using namespace gelvane;
+using namespace gelvane::test;
+
+namespace {
+
+void P4Materials(Session &s) {
+    Material noMap = SkinMaterial("SkinNoMap");
+    noMap.textureMap = "NO_MAP";
+    Material bare;
+    bare.Name = "Bare";
+    Material omitted = SkinMaterial("Omitted");
+    omitted.Omit = true;
+    Material edge;
+    edge.Name = "Edge";
+    edge.KdColor = {1, 128, 254};
+    edge.KdColorEnabled = true;
+    edge.TextureColor = "75";
+    edge.TextureColorEnabled = true;
+    edge.NsExponent = 120;
+    edge.NsExponentEnabled = true;
+    edge.tMin = 33;
+    edge.tMinEnabled = true;
+    edge.tMax = 100;
+    edge.tMaxEnabled = true;
+    edge.tExpo = 0.25f;
+    edge.tExpoEnabled = true;
+    edge.bumpStrength = "1000";
+    edge.bumpStrengthEnabled = true;
+    edge.ksIgnoreTexture = true;
+    edge.ksIgnoreTextureEnabled = true;
+    edge.textureMap = "No_Map";
+    edge.textureMapEnabled = true;
+    edge.bumpMap = "";
+    edge.bumpMapEnabled = true;
+    edge.reflectionMap = "never written";
+    edge.reflectionStrength = " 33 ";
+    edge.reflectionStrengthEnabled = true;
+    edge.ReflectionColor = {1, 2, 3};
+    Material ns1, ns100;
+    ns1.Name = "Ns1";
+    ns1.NsExponent = 1;
+    ns1.NsExponentEnabled = true;
+    ns100.Name = "Ns100";
+    ns100.NsExponent = 100;
+    ns100.NsExponentEnabled = true;
+    s.Figures = {MakeFigure("figure", {SkinMaterial(), noMap, bare, omitted}),
+                 MakeFigure("prop box", {edge, ns1, ns100})};
+    s.cmbFigures = {"figure", "prop box"};
+    s.Options.chkChannels = true;
+}
+
+void PoseExample(Session &s) {
+    s.FileComment = "my notes";
+    s.Figures = {MakeFigure("prop ball", {SkinMaterial()}), MakeFigure("hip:1", {SkinMaterial()})};
+    s.cmbFigures = {"prop ball", "actor hip:1"};
+    s.Actors = {MakeActor("actor", "hip:1", {KeyedChannel("targetGeom", "Morph1", 0.5)})};
+}
+
+void PoseExampleUnix(Session &s) {
+    PoseExample(s);
+    s.FileComment = "my notes\r\nsecond line\r";
+    s.Options.FileSystemDOS = false;
+}
+
+void P5Skin(Session &s) {
+    s.Figures = {MakeFigure("figure", {SkinMaterial()})};
+    s.cmbFigures = {"figure"};
+    s.Options.chkChannels = true;
+    s.Options.PoserFormatP5 = true;
+}
+
+void P5Links(Session &s) {
+    Material all;
+    all.Name = "AllMaps";
+    all.tMax = 50;
+    all.tMaxEnabled = true;
+    all.bumpStrength = "50";
+    all.bumpStrengthEnabled = true;
+    all.ksIgnoreTexture = true;
+    all.ksIgnoreTextureEnabled = true;
+    all.textureMap = "tex.jpg";
+    all.bumpMap = "bump.jpg";
+    all.reflectionMap = "refl.jpg";
+    all.transparencyMap = "trans.jpg";
+    all.textureMapEnabled = all.bumpMapEnabled = all.reflectionMapEnabled = all.transparencyMapEnabled = true;
+    all.TextureColor = "not read while its flag is clear";
+
+    Material trans;
+    trans.Name = "TransNoTMax";
+    trans.textureMap = "a.jpg";
+    trans.reflectionMap = "r.jpg";
+    trans.transparencyMap = "t.jpg";
+    trans.textureMapEnabled = trans.reflectionMapEnabled = trans.transparencyMapEnabled = true;
+    trans.ReflectionColorEnabled = true;
+    trans.tMax = 100; // its flag is clear: no input, and the transparency node isn't counted
+
+    Material bum;
+    bum.Name = "BumOnly";
+    bum.bumpMap = ":Runtime:textures:skin.BUM";
+    bum.bumpMapEnabled = true;
+    bum.bumpStrength = "50";
+    bum.bumpStrengthEnabled = true;
+
+    Material noStrength;
+    noStrength.Name = "BumpNoStrength";
+    noStrength.bumpMap = "b.jpg";
+    noStrength.bumpMapEnabled = true;
+
+    Material none;
+    none.Name = "NoMaps";
+    none.KsColorEnabled = true;
+    none.NsExponent = 33;
+    none.NsExponentEnabled = true;
+    none.reflectionMap = "NO_MAP";
+    none.reflectionMapEnabled = true;
+    none.bumpMap = "b.jpg"; // flag clear: neither a bump link nor a node
+
+    s.Figures = {MakeFigure("figure", {all, trans, bum, noStrength, none})};
+    s.cmbFigures = {"figure"};
+    s.OutputVersion = "5";
+    s.Options.chkChannels = true;
+    s.Options.PoserFormatP5 = true;
+}
+
+void BatchTExpo(Session &s) {
+    Material opaque, half;
+    opaque.Name = "Opaque";
+    opaque.tMin = opaque.tMax = 100;
+    opaque.tExpo = 0.75f;
+    opaque.tMinEnabled = opaque.tMaxEnabled = opaque.tExpoEnabled = true;
+    half = opaque;
+    half.Name = "Half";
+    half.tMin = 50;
+    s.Figures = {MakeFigure("figure", {opaque, half})};
+    s.cmbFigures = {"figure"};
+    s.Options.chkChannels = true;
+    s.Options.PoserFormatP5 = true;
+    s.BatchMode = true;
+}
+
+void LightsCameras(Session &s) {
+    s.Figures = {
+        MakeFigure("prop figurehair_1", {WhiteMaterial("Strands")}), MakeFigure("head", {WhiteMaterial("Face")}),
+        MakeFigure("head", {WhiteMaterial("Lips"), WhiteMaterial("Teeth")}),
+        MakeFigure("prop FigureHair_2", {WhiteMaterial("HairMat")}), MakeFigure("lHand", {WhiteMaterial("Nails")})};
+    s.cmbFigures = {"prop figurehair_1", "actor head", "actor head", "prop FigureHair_2", "actor lHand"};
+    s.Options.chkDisableThighLength = false;
+    s.Options.txtThighLength = "0.5";
+
+    Channel red = KeyedChannel("kdRed", "RED", 1);
+    red.Hidden = 2;
+    red.HiddenEnabled = true;
+    Channel xrot = KeyedChannel("rotateX", "xrot", 3);
+    xrot.ValueEnabled = false;
+    xrot.DisplayName = "xRotate";
+    xrot.NameEnabled = true;
+    xrot.Hidden = 1;
+    xrot.HiddenEnabled = true;
+    Actor light = MakeActor("light", "1", {red, xrot, KeyedChannel("valueParm", "Dim", -12.5)});
+    light.StorageOffset = "0 0.3487 0";
+    light.ObjFileGeom = "0 0 :Runtime:Geometries:lightIndicator.obj";
+    light.GeomResource = 1;
+    light.LightType = 2;
+    light.DisplayName = "Light 1";
+    light.NameEnabled = true;
+    light.OnOff = 2;
+    light.OnOffEnabled = true;
+    light.Hidden = 1;
+    light.HiddenEnabled = true;
+    light.Locked = 1;
+    light.LockedEnabled = true;
+    light.DepthMapSize = 257;
+    light.DepthMapSizeEnabled = true;
+    light.DepthCamera = "shadowCam1";
+    light.DoShadow = 2;
+    light.DoShadowEnabled = true;
+    light.LightOn = 2;
+    light.LightOnEnabled = true;
+    light.Port = "7";
+
+    Actor camera = MakeActor("camera", "MAIN_CAMERA");
+    camera.StorageOffset = "0 0 0";
+    camera.OnOff = 1;
+    camera.OnOffEnabled = true;
+    camera.Hidden = 0;
+    camera.HiddenEnabled = true;
+    camera.Locked = 2;
+    camera.Port = "1";
+    camera.CameraModel = "0";
+
+    Actor head = MakeActor("actor", "head", {KeyedChannel("targetGeom", "PBMCC_01", 0)});
+    head.DisplayName = "Head";
+    head.StorageOffset = "1 1 1";
+    head.Port = "9";
+    head.GeomResource = 3;
+    head.DepthMapSize = 5;
+    head.DepthMapSizeEnabled = true;
+    head.DoShadow = 1;
+    head.DoShadowEnabled = true;
+    head.LightOn = 2;
+    head.LightOnEnabled = true;
+    head.OnOff = 2;
+
+    Actor hair = MakeActor("prop", "FigureHair", {KeyedChannel("valueParm", "scale", 1e-5)});
+    s.Actors = {light, camera, head, hair};
+}
+
+void ThreeOwners(Session &s) {
+    s.Figures = {MakeFigure("figure", {WhiteMaterial("Body")}), MakeFigure("hip", {WhiteMaterial("HipMat")}),
+                 MakeFigure("chest", {WhiteMaterial("ChestMat")})};
+    s.cmbFigures = {"figure", "actor hip", "actor chest"};
+    s.Actors = {MakeActor("actor", "hip", {KeyedChannel("targetGeom", "Belly", 0.25)})};
+}
+
+void NoMaterialData(Session &s) {
+    ThreeOwners(s);
+    s.Options.chkNoMaterialData = true;
+}
+
+void NoChannels(Session &s) {
+    ThreeOwners(s);
+    s.Options.chkChannels = true;
+    s.Options.chkDisableThighLength = false;
+    s.Options.txtThighLength = "0.5";
+}
+
+struct GoldenCase {
+    const char *name;
+    void (*build)(Session &);
+};
+
+class PoseGolden : public testing::TestWithParam<GoldenCase> {};
+
+} // namespace
+
+TEST_P(PoseGolden, WritesExpectedBytes) {
+    TestHome home;
+    WriterSession w;
+    GetParam().build(w.session);
+    w.session.PoserFileKind = KindCR2;
+    w.session.FileModified = true;
+    w.session.OutputPath = home.file("out.pz2");
+    WritePoseFile(w.session);
+    const std::string expected = ReadTestData(std::string("writer/") + GetParam().name + "/expected.pz2");
+    EXPECT_EQ(home.read("out.pz2"), expected);
+    EXPECT_EQ(w.session.PoserFileKind, KindPZ2);
+    EXPECT_FALSE(w.session.FileModified);
+    EXPECT_FALSE(FileExists(home.file("out.pz2.gelvane-tmp")));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Writer, PoseGolden,
+    testing::Values(GoldenCase{"p4-materials", P4Materials}, GoldenCase{"pose-example", PoseExample},
+                    GoldenCase{"pose-example-unix", PoseExampleUnix}, GoldenCase{"p5-skin", P5Skin},
+                    GoldenCase{"p5-links", P5Links}, GoldenCase{"batch-texpo", BatchTExpo},
+                    GoldenCase{"lights-cameras", LightsCameras}, GoldenCase{"no-material-data", NoMaterialData},
+                    GoldenCase{"no-channels", NoChannels}),
+    [](const testing::TestParamInfo<GoldenCase> &info) {
+        std::string n = info.param.name;
+        for (char &c : n)
+            if (c == '-')
+                c = '_';
+        return n;
+    });
+
+namespace {
+
+std::string PoseText(Session &s) {
+    LineWriter out(s.Options.LineEnd());
+    WritePose(s, out);
+    return out.text();
+}
+
+size_t Count(const std::string &text, const std::string &what) {
+    size_t n = 0;
+    for (size_t p = text.find(what); p != std::string::npos; p = text.find(what, p + 1))
+        ++n;
+    return n;
+}
+
+} // namespace
+
+TEST(PoseWriter, HairNamesChangeInTheModelAsWritten) {
+    WriterSession w;
+    LightsCameras(w.session);
+    PoseText(w.session);
+    EXPECT_EQ(w.session.Figures[3].Name, "prop figureHair");   // Section A renames for good
+    EXPECT_EQ(w.session.Figures[0].Name, "prop figurehair_1"); // the closing section only writes the head
+    EXPECT_EQ(w.session.Actors[3].Name, "figureHair");
+    EXPECT_EQ(w.session.Actors[2].Name, "head");
+
+    WriterSession hair;
+    hair.session.Figures = {MakeFigure("Long Hair", {WhiteMaterial("Strands")})};
+    hair.session.cmbFigures = {"Long Hair"};
+    hair.session.Options.chkChannels = true;
+    hair.session.IsHairFile = true;
+    EXPECT_NE(PoseText(hair.session).find("\r\nprop figureHair\r\n\t{\r\n\tmaterial Strands"), std::string::npos);
+}
+
+TEST(PoseWriter, FirstActorEntryDecidesTheSections) {
+    WriterSession w;
+    Session &s = w.session;
+    s.Figures = {MakeFigure("hip", {WhiteMaterial("HipMat")})};
+    s.Actors = {MakeActor("actor", "hip", {KeyedChannel("targetGeom", "Belly", 1)})};
+    // Rows behind the last Figure don't count, however they read.
+    s.cmbFigures = {"hip", "actor chest"};
+    EXPECT_EQ(FirstActorEntry(s), -1);
+    std::string text = PoseText(s);
+    EXPECT_EQ(Count(text, "customMaterial"), 0u);
+    EXPECT_NE(text.find("\r\nhip\r\n\t{\r\n\tmaterial HipMat"), std::string::npos);
+
+    // The first row is an actor entry: the closing section writes nothing.
+    s.cmbFigures = {"actor hip", "actor chest"};
+    EXPECT_EQ(FirstActorEntry(s), 0);
+    text = PoseText(s);
+    EXPECT_EQ(Count(text, "material HipMat"), 1u);
+    EXPECT_EQ(Count(text, "customMaterial 1"), 1u);
+    EXPECT_EQ(text.find("\r\nhip\r\n"), std::string::npos);
+    // Only the exact prefix "actor " marks an actor entry.
+    s.cmbFigures = {"Actor hip"};
+    EXPECT_EQ(FirstActorEntry(s), -1);
+}
+
+TEST(PoseWriter, EntryWithTwoMatchingActorsGoesIntoBoth) {
+    WriterSession w;
+    Session &s = w.session;
+    s.Figures = {MakeFigure("hip", {WhiteMaterial("HipMat"), WhiteMaterial("Omitted")})};
+    s.Figures[0].Materials[1].Omit = true;
+    s.cmbFigures = {"actor hip"};
+    s.Actors = {MakeActor("actor", "hip"), MakeActor("prop", "hip")};
+    const std::string text = PoseText(s);
+    // The count includes the omitted material, whose block isn't written.
+    EXPECT_EQ(Count(text, "\tcustomMaterial 2\r\n\tmaterial HipMat\r\n"), 2u);
+    EXPECT_EQ(Count(text, "Omitted"), 0u);
+    // Actors without channels get no channels block.
+    EXPECT_EQ(Count(text, "channels"), 0u);
+}
+
+TEST(PoseWriter, CommentLinesFollowTheLineEnd) {
+    WriterSession w;
+    Session &s = w.session;
+    s.Options.chkChannels = true;
+    s.Options.chkNoMaterialData = true;
+    s.FileComment = "first\r\nsecond\r\n";
+    EXPECT_EQ(PoseText(s), "{\r\n# first\r\n# second\r\n# \r\nversion\r\n\t{\r\n\tnumber 4.01\r\n\t}\r\n}\r\n");
+    s.FileComment.clear();
+    s.OutputVersion = "4,01";
+    EXPECT_EQ(PoseText(s), "{\r\nversion\r\n\t{\r\n\tnumber 4.01\r\n\t}\r\n}\r\n");
+}
+
+TEST(PoseWriterFile, OutputPathFallsBackToTheDialogFileName) {
+    TestHome home;
+    WriterSession w;
+    P5Skin(w.session);
+    w.session.OutputPath = "  ";
+    w.session.DialogFileName = home.file("from-command-line.pz2");
+    WritePoseFile(w.session);
+    EXPECT_EQ(w.session.OutputPath, w.session.DialogFileName);
+    EXPECT_EQ(home.read("from-command-line.pz2"), ReadTestData("writer/p5-skin/expected.pz2"));
+}
+
+TEST(PoseWriterFile, FailedWriteKeepsThePreviousFile) {
+    TestHome home;
+    const std::string previous = "previous pose\r\n";
+    const std::string target = home.write("pose.pz2", previous);
+    WriterSession w;
+    P5Skin(w.session);
+    w.session.FileModified = true;
+    w.session.PoserFileKind = KindCR2;
+    // A strength that isn't a number ends the run halfway through the file.
+    w.session.Figures[0].Materials[0].bumpStrength = "";
+    w.session.OutputPath = target;
+    try {
+        WritePoseFile(w.session);
+        FAIL() << "an empty strength must fail";
+    } catch (const Failure &f) {
+        EXPECT_EQ(f.Number, ErrTypeMismatch);
+    }
+    EXPECT_EQ(home.read("pose.pz2"), previous);
+    EXPECT_FALSE(FileExists(target + ".gelvane-tmp"));
+    EXPECT_TRUE(w.session.FileModified);
+    EXPECT_EQ(w.session.PoserFileKind, KindCR2);
+
+    // The same text with its flag clear is never read.
+    w.session.Figures[0].Materials[0].bumpStrengthEnabled = false;
+    EXPECT_NO_THROW(WritePoseFile(w.session));
+}
+
+TEST(PoseWriterFile, UnwritableTargetsFailWithoutLeftovers) {
+    TestHome home;
+    home.write("folder/inside.txt", "x");
+    home.write("plain-file", "x");
+    WriterSession w;
+    P5Skin(w.session);
+    for (const std::string &target :
+         {home.file("folder"), home.file("plain-file/pose.pz2"), home.file("missing/pose.pz2")}) {
+        w.session.OutputPath = target;
+        EXPECT_THROW(WritePoseFile(w.session), Failure) << target;
+        EXPECT_FALSE(FileExists(target + ".gelvane-tmp")) << target;
+    }
+    EXPECT_EQ(home.read("folder/inside.txt"), "x");
+    EXPECT_EQ(home.read("plain-file"), "x");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(home.file("folder")), {}), 1);
+}
+
+TEST(PoseWriterFile, LargeFileMatchesTheTextBlockForBlock) {
+    TestHome home;
+    WriterSession w;
+    P5Skin(w.session);
+    w.session.Figures[0].Materials.assign(300, SkinMaterial());
+    w.session.OutputPath = home.file("large.pz2");
+    WritePoseFile(w.session);
+    const std::string written = home.read("large.pz2");
+    EXPECT_GT(written.size(), 1000000u);
+    EXPECT_EQ(written, PoseText(w.session));
+}

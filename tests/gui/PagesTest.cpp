@@ -1,0 +1,428 @@
+#include "app/Settings.h"
+#include "channels/PosePage.h"
+#include "maps/MapPaths.h"
+#include "maps/ThumbnailImage.h"
+#include "materials/MaterialPage.h"
+#include "model/Session.h"
+#include "reader/FigureWindow.h"
+#include "support/ScriptedInteraction.h"
+#include "support/TestHome.h"
+#include "windows/FileDialogs.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFileDialog>
+#include <QFrame>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScrollBar>
+#include <QTimer>
+#include <QTreeWidget>
+#include <QtTest>
+
+#include <filesystem>
+
+using namespace gelvane;
+
+namespace {
+
+Material Named(const std::string &name) {
+    Material m;
+    m.Name = name;
+    return m;
+}
+
+// Two figures with materials and one actor row behind them.
+void FillTwoFigures(Session &session) {
+    session.Figures.clear();
+    Figure figure;
+    figure.Name = "Figure 1";
+    figure.Materials = {Named("Skin"), Named("Eyes"), Named("Lips")};
+    session.Figures.push_back(figure);
+    Figure hair;
+    hair.Name = "Hair";
+    hair.Materials = {Named("HairMat")};
+    session.Figures.push_back(hair);
+    session.cmbFigures = {"Figure 1", "Hair", "actor hip"};
+    session.View.cmbFiguresIndex = 0;
+    session.View.cmbFiguresEnabled = true;
+    session.View.cmdDeleteEnabled = true;
+}
+
+QStringList Rows(const QListWidget *list) {
+    QStringList rows;
+    for (int i = 0; i < list->count(); ++i)
+        rows << list->item(i)->text();
+    return rows;
+}
+
+QStringList Rows(const QTreeWidget *list, int column) {
+    QStringList rows;
+    for (int i = 0; i < list->topLevelItemCount(); ++i)
+        rows << list->topLevelItem(i)->text(column);
+    return rows;
+}
+
+std::string WritePng(const std::string &path, int w, int h, QColor color) {
+    std::filesystem::create_directories(std::filesystem::path(path).parent_path());
+    QImage image(w, h, QImage::Format_RGB32);
+    image.fill(color);
+    image.save(QString::fromStdString(path));
+    return path;
+}
+
+QRgb Centre(const QLabel *label) {
+    const QImage image = label->pixmap().toImage();
+    return image.pixel(image.width() / 2, image.height() / 2);
+}
+
+// Runs `work` on the modal dialog that `open` brings up, once it is there.
+template <class Dialog> void WhenModal(std::function<void(Dialog *)> work) {
+    QTimer::singleShot(0, [work] {
+        QTRY_VERIFY(qobject_cast<Dialog *>(QApplication::activeModalWidget()) != nullptr);
+        work(qobject_cast<Dialog *>(QApplication::activeModalWidget()));
+    });
+}
+
+} // namespace
+
+class PagesTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void materialPageHasTheDesignedControls();
+    void materialPageShowsObjectsAndMaterials();
+    void materialPageShowsCachedThumbnails();
+    void posePageListsActorsAndDials();
+    void nameFilters();
+    void previewPanelShowsThumbnailOrNA();
+    void fileDialogPreviewsAndReturnsThePath();
+    void figureWindowListsByNameOrGeometry();
+    void figureWindowWithOneFigureClosesItself();
+};
+
+void PagesTest::materialPageHasTheDesignedControls() {
+    Settings settings;
+    test::ScriptedInteraction ui;
+    Session session(settings, ui);
+    MaterialPage page(session);
+
+    for (int i = 0; i <= 28; ++i)
+        QVERIFY2(page.findChild<QPushButton *>(QString("cmd_%1").arg(i)), qPrintable(QString::number(i)));
+    for (int i = 1; i <= 11; ++i)
+        QVERIFY(page.findChild<QLineEdit *>(QString("TXT_%1").arg(i)));
+    QVERIFY(!page.findChild<QWidget *>("TXT_0")); // the version box belongs to the save options
+    for (int i = 0; i <= 6; ++i)
+        QVERIFY(page.findChild<QScrollBar *>(QString("SCR_%1").arg(i)));
+    for (int i = 0; i <= 3; ++i) {
+        QVERIFY(page.findChild<QFrame *>(QString("SHP_%1").arg(i)));
+        QVERIFY(page.findChild<QLabel *>(QString("imgThumb_%1").arg(i)));
+    }
+    for (const char *name :
+         {"cmbFigures", "lstMaterials", "Combo1", "Combo2", "cmdInvertSel", "cmdDeleteMaterials", "cmdNewMat",
+          "cmdCreateMat", "cmdEditTemplate", "cmdDelTemplate", "chkApplyTextures", "chkMultiplyThroughLights",
+          "chkMultiplyThroughKdColor", "chkTexture", "lblCloseMultiplyThroughKd", "lblTransparencyFalloffSub"})
+        QVERIFY2(page.findChild<QWidget *>(name), name);
+
+    QCOMPARE(page.findChild<QPushButton *>("cmd_25")->text(), QString("Fix"));
+    QCOMPARE(page.findChild<QPushButton *>("cmd_11")->toolTip(), QString("Browse a Bump Map for selected material(s)"));
+    QCOMPARE(page.findChild<QLabel *>("lblCloseBumpMap")->text(), QString("Bump Map Disabled"));
+    QVERIFY(page.findChild<QLabel *>("lblCloseBumpMap")->isHidden());
+    QCOMPARE(page.findChild<QLabel *>("lblThumb_3")->text(), QString("Transparency map"));
+    const auto *falloff = page.findChild<QScrollBar *>("SCR_3");
+    QCOMPARE(falloff->maximum(), 1000);
+    QCOMPARE(falloff->pageStep(), 30);
+    QCOMPARE(page.findChild<QScrollBar *>("SCR_5")->minimum(), -100);
+    QCOMPARE(page.findChild<QLineEdit *>("TXT_1")->text(), QString("100"));
+    // Nothing loaded: the object list and the commands wait.
+    page.refresh();
+    QVERIFY(!page.findChild<QComboBox *>("cmbFigures")->isEnabled());
+    QVERIFY(!page.findChild<QPushButton *>("cmd_18")->isEnabled());
+    QVERIFY(page.findChild<QComboBox *>("Combo1")->isEnabled());
+}
+
+void PagesTest::materialPageShowsObjectsAndMaterials() {
+    Settings settings;
+    test::ScriptedInteraction ui;
+    Session session(settings, ui);
+    FillTwoFigures(session);
+    MaterialPage page(session);
+    page.show();
+    page.refresh();
+
+    auto *cmbFigures = page.findChild<QComboBox *>("cmbFigures");
+    auto *lstMaterials = page.findChild<QListWidget *>("lstMaterials");
+    QCOMPARE(cmbFigures->count(), 3);
+    QCOMPARE(cmbFigures->currentText(), QString("Figure 1"));
+    QVERIFY(cmbFigures->isEnabled());
+    QCOMPARE(Rows(lstMaterials), QStringList({"Skin", "Eyes", "Lips"}));
+    QVERIFY(lstMaterials->isEnabled());
+    QCOMPARE(lstMaterials->currentRow(), 0);
+    QVERIFY(lstMaterials->item(0)->isSelected());
+    QCOMPARE(session.View.lstMaterialsIndex, 0);
+
+    // A refresh keeps the user's choice of material.
+    lstMaterials->setCurrentRow(2);
+    page.refresh();
+    QCOMPARE(lstMaterials->currentRow(), 2);
+    QCOMPARE(session.View.lstMaterialsIndex, 2);
+
+    // Ctrl-clicking the shown row away moves the list index to the first selected row.
+    lstMaterials->item(0)->setSelected(true);
+    lstMaterials->item(2)->setSelected(false);
+    QCOMPARE(session.View.lstMaterialsIndex, 0);
+
+    QSignalSpy chosen(&page, &MaterialPage::objectChosen);
+    cmbFigures->setFocus();
+    QTest::keyClick(cmbFigures, Qt::Key_Down);
+    QCOMPARE(session.View.cmbFiguresIndex, 1);
+    QCOMPARE(Rows(lstMaterials), QStringList({"HairMat"}));
+    QCOMPARE(chosen.count(), 1);
+
+    // An actor row has no materials: the list empties and waits.
+    QTest::keyClick(cmbFigures, Qt::Key_Down);
+    QCOMPARE(session.View.cmbFiguresIndex, 2);
+    QCOMPARE(lstMaterials->count(), 0);
+    QVERIFY(!lstMaterials->isEnabled());
+    QVERIFY(cmbFigures->isEnabled());
+
+    // Back on a figure the list comes back.
+    QTest::keyClick(cmbFigures, Qt::Key_Up);
+    QCOMPARE(Rows(lstMaterials), QStringList({"HairMat"}));
+    QVERIFY(lstMaterials->isEnabled());
+
+    // "Don't save materials" switches the page off.
+    session.Options.chkNoMaterialData = true;
+    page.refresh();
+    QVERIFY(!cmbFigures->isEnabled());
+    QVERIFY(!lstMaterials->isEnabled());
+}
+
+void PagesTest::materialPageShowsCachedThumbnails() {
+    test::TestHome home;
+    Settings settings;
+    test::ScriptedInteraction ui;
+    Session session(settings, ui);
+    FillTwoFigures(session);
+    const std::string texture = WritePng(home.file("Maps/Skin.png"), 40, 40, Qt::red);
+    session.Figures[0].Materials[0].textureMap = texture;
+    session.Figures[0].Materials[0].bumpMap = "NO_MAP";
+    session.Figures[0].Materials[0].reflectionMap = home.file("Maps/missing.jpg");
+    ConnectThumbnails(session);
+    session.LoadThumbNail(FullMapPath(settings.PoserFolder, texture));
+
+    MaterialPage page(session);
+    page.refresh();
+    auto *texThumb = page.findChild<QLabel *>("imgThumb_0");
+    QVERIFY(!texThumb->pixmap().isNull());
+    QVERIFY(texThumb->isEnabled());
+    QVERIFY(page.findChild<QLabel *>("lblThumb_0")->isEnabled());
+    QCOMPARE(QColor(Centre(texThumb)), QColor(Qt::red));
+    for (int i = 1; i < 4; ++i) {
+        auto *thumb = page.findChild<QLabel *>(QString("imgThumb_%1").arg(i));
+        QVERIFY(thumb->pixmap().isNull());
+        QVERIFY(!thumb->isEnabled());
+    }
+    // Another material without maps empties the thumbnail.
+    page.findChild<QListWidget *>("lstMaterials")->setCurrentRow(1);
+    QVERIFY(texThumb->pixmap().isNull());
+    QVERIFY(!texThumb->isEnabled());
+    SharedThumbnails().Clear(0);
+}
+
+void PagesTest::posePageListsActorsAndDials() {
+    Settings settings;
+    test::ScriptedInteraction ui;
+    Session session(settings, ui);
+    PosePage page(session);
+    for (const char *name :
+         {"lstActors", "lstDials", "cmdSelectAllActors", "cmdDeleteActors", "cmdSelectAllDials", "cmdDeleteDials",
+          "cmdCreateDial", "cmdZerAll", "cmdDelChannels", "fraDialValue", "txtDialProperties_0", "txtDialProperties_1",
+          "cmbDialProperties", "chkDisableThighLength", "txtThighLength", "txtActorProperties_1", "lblEnableDial"})
+        QVERIFY2(page.findChild<QWidget *>(name), name);
+    for (int i = 0; i < 7; ++i) {
+        QVERIFY(page.findChild<QCheckBox *>(QString("chkEnable_%1").arg(i)));
+        QCOMPARE(page.findChild<QPushButton *>(QString("cmdApplyProperty_%1").arg(i))->text(), QString("Apply"));
+    }
+    for (int i = 0; i < 23; ++i)
+        QVERIFY(page.findChild<QCheckBox *>(QString("chkDelChannels_%1").arg(i)));
+    QCOMPARE(page.findChild<QLabel *>("lblChannels_13")->text(), QString("CamAutoCenter"));
+    QCOMPARE(page.findChild<QComboBox *>("cmbActorProperties_0")->itemText(0), QString("Off (invisible)"));
+    QCOMPARE(page.findChild<QPushButton *>("cmdCheckAll_2")->toolTip(), QString("Check/uncheck all light channels"));
+
+    page.refresh();
+    auto *lstActors = page.findChild<QTreeWidget *>("lstActors");
+    auto *lstDials = page.findChild<QTreeWidget *>("lstDials");
+    QCOMPARE(lstActors->topLevelItemCount(), 0);
+    QVERIFY(!lstActors->isEnabled());
+
+    session.Actors.clear();
+    Actor body;
+    body.Name = "BODY:1";
+    body.Type = "actor";
+    body.Channels = {Channel{"xTran", "", "translateX"}, Channel{"", "", ""}, Channel{"Smile", "", "targetGeom"}};
+    Actor light;
+    light.Name = "LIGHT_1";
+    light.Type = "light";
+    light.Channels = {Channel{"kdRed", "", "kdRed"}};
+    session.Actors = {body, light};
+    page.refresh();
+    QCOMPARE(Rows(lstActors, 0), QStringList({"BODY:1", "LIGHT_1"}));
+    QCOMPARE(Rows(lstActors, 1), QStringList({"actor", "light"}));
+    QVERIFY(lstActors->isEnabled());
+    QCOMPARE(lstActors->currentItem(), lstActors->topLevelItem(0));
+    // A channel without a name gets no row.
+    QCOMPARE(Rows(lstDials, 0), QStringList({"xTran", "Smile"}));
+    QCOMPARE(Rows(lstDials, 1), QStringList({"translateX", "targetGeom"}));
+
+    lstActors->setCurrentItem(lstActors->topLevelItem(1));
+    QCOMPARE(Rows(lstDials, 0), QStringList({"kdRed"}));
+
+    session.Options.chkChannels = true;
+    page.refresh();
+    QVERIFY(!lstActors->isEnabled());
+    QVERIFY(!lstDials->isEnabled());
+}
+
+void PagesTest::nameFilters() {
+    QCOMPARE(NameFiltersOf("Characters|*.cr2|All files|*.*"),
+             QStringList({"Characters (*.cr2 *.CR2)", "All files (*)"}));
+    QCOMPARE(NameFiltersOf("All image files|*.jpg;*.bum|"), QStringList({"All image files (*.jpg *.JPG *.bum *.BUM)"}));
+    QCOMPARE(NameFiltersOf(""), QStringList());
+}
+
+void PagesTest::previewPanelShowsThumbnailOrNA() {
+    test::TestHome home;
+    const std::string picture = WritePng(home.file("pic.png"), 30, 60, Qt::blue);
+    const std::string figure = home.write("Man.cr2", "{\n}\n");
+    WritePng(home.file("Man.png"), 50, 50, Qt::green);
+    const std::string pose = home.write("Pose.pz2", "{\n}\n");
+
+    PreviewPanel panel;
+    auto *pic = panel.findChild<QLabel *>("picPreview");
+    auto *check = panel.findChild<QCheckBox *>("chkPreview");
+    QVERIFY(pic && check);
+    QCOMPARE(check->text(), QString("Show preview"));
+    QCOMPARE(pic->size(), QSize(95, 95));
+
+    panel.PreviewSelectedFile(QString::fromStdString(picture));
+    QCOMPARE(QColor(Centre(pic)), QColor(Qt::blue));
+    QVERIFY(SharedThumbnails().Contains(picture, 1));
+
+    panel.PreviewSelectedFile(QString::fromStdString(figure));
+    QCOMPARE(QColor(Centre(pic)), QColor(Qt::green));
+
+    panel.PreviewSelectedFile(QString::fromStdString(pose)); // no picture beside it
+    const QImage na = pic->pixmap().toImage().convertToFormat(QImage::Format_RGB32);
+    QVERIFY(!na.isNull());
+    // Grey letters on black, nothing of the pictures before.
+    int lettered = 0;
+    for (int y = 0; y < na.height(); ++y)
+        for (int x = 0; x < na.width(); ++x) {
+            const QRgb p = na.pixel(x, y);
+            QVERIFY(qRed(p) == qGreen(p) && qGreen(p) == qBlue(p));
+            lettered += qRed(p) > 100;
+        }
+    QVERIFY(lettered > 50);
+
+    // A folder changes nothing; unchecking empties the picture and stops previews.
+    panel.PreviewSelectedFile(QString::fromStdString(home.path()));
+    QCOMPARE(pic->pixmap().toImage().convertToFormat(QImage::Format_RGB32), na);
+    check->setChecked(false);
+    QVERIFY(pic->pixmap().isNull());
+    panel.PreviewSelectedFile(QString::fromStdString(picture));
+    QVERIFY(pic->pixmap().isNull());
+    SharedThumbnails().Clear(1);
+}
+
+void PagesTest::fileDialogPreviewsAndReturnsThePath() {
+    test::TestHome home;
+    Settings settings;
+    const std::string figure = home.write("Figures/Two.cr2", "{\n}\n");
+    WritePng(home.file("Figures/Two.png"), 20, 10, Qt::yellow);
+
+    FileDialogRequest request;
+    request.Title = "Open Character file";
+    request.Filter = "Characters|*.cr2|All files|*.*";
+    request.DefaultExt = "cr2";
+    request.InitialDir = home.file("Figures");
+    request.Flags = kOfnFileMustExist | kOfnPathMustExist | kOfnHideReadOnly;
+    request.Preview = true;
+
+    bool checked = false;
+    WhenModal<QFileDialog>([&](QFileDialog *dialog) {
+        QCOMPARE(dialog->windowTitle(), QString("Open Character file"));
+        QCOMPARE(dialog->nameFilters(), QStringList({"Characters (*.cr2 *.CR2)", "All files (*)"}));
+        QCOMPARE(dialog->fileMode(), QFileDialog::ExistingFile);
+        QCOMPARE(dialog->defaultSuffix(), QString("cr2"));
+        auto *pic = dialog->findChild<QLabel *>("picPreview");
+        QVERIFY(pic);
+        emit dialog->currentChanged(QString::fromStdString(figure));
+        QCOMPARE(QColor(Centre(pic)), QColor(Qt::yellow));
+        dialog->selectFile(QString::fromStdString(figure));
+        static_cast<QDialog *>(dialog)->accept();
+        checked = true;
+    });
+    const auto chosen = ShowFileDialog(nullptr, request, settings);
+    QVERIFY(checked);
+    QVERIFY(chosen.has_value());
+    QCOMPARE(QString::fromStdString(*chosen), QString::fromStdString(figure));
+    // The preview list lives only as long as the dialog.
+    QVERIFY(SharedThumbnails().Keys(1).empty());
+
+    // Cancel is an empty answer; a save dialog has no preview unless asked.
+    request.ForSave = true;
+    request.Preview = false;
+    WhenModal<QFileDialog>([](QFileDialog *dialog) {
+        QCOMPARE(dialog->acceptMode(), QFileDialog::AcceptSave);
+        QVERIFY(!dialog->findChild<QLabel *>("picPreview"));
+        QVERIFY(dialog->testOption(QFileDialog::DontConfirmOverwrite));
+        dialog->reject();
+    });
+    QVERIFY(!ShowFileDialog(nullptr, request, settings).has_value());
+
+    WhenModal<QFileDialog>([&](QFileDialog *dialog) {
+        QCOMPARE(dialog->windowTitle(), QString("Look for maps in:"));
+        QCOMPARE(dialog->fileMode(), QFileDialog::Directory);
+        dialog->selectFile(QString::fromStdString(home.file("Figures")));
+        static_cast<QDialog *>(dialog)->accept();
+    });
+    const auto folder = ShowFolderDialog(nullptr, home.path(), "Look for maps in:");
+    QVERIFY(folder.has_value());
+    QCOMPARE(std::filesystem::path(*folder), std::filesystem::path(home.file("Figures")));
+}
+
+void PagesTest::figureWindowListsByNameOrGeometry() {
+    FigureWindow window({"Figure 1", "Figure 2"}, {"Man.obj", "Woman.obj"});
+    QCOMPARE(window.windowTitle(), QString("Select Figure"));
+    auto *cmbFigure = window.findChild<QComboBox *>("cmbFigure");
+    auto *optName = window.findChild<QRadioButton *>("optName");
+    auto *optGeom = window.findChild<QRadioButton *>("optGeom");
+    QVERIFY(cmbFigure && optName && optGeom);
+    QVERIFY(optName->isChecked());
+    QCOMPARE(cmbFigure->itemText(1), QString("Figure 2"));
+    QCOMPARE(cmbFigure->currentIndex(), 0);
+
+    cmbFigure->setCurrentIndex(1);
+    optGeom->setChecked(true);
+    QCOMPARE(cmbFigure->itemText(0), QString("Man.obj"));
+    QCOMPARE(cmbFigure->currentIndex(), 1);
+
+    WhenModal<FigureWindow>(
+        [](FigureWindow *shown) { QTest::mouseClick(shown->findChild<QPushButton *>("cmdOK"), Qt::LeftButton); });
+    QCOMPARE(window.exec(), int(QDialog::Accepted));
+    QCOMPARE(window.selectedFigure(), 1);
+}
+
+void PagesTest::figureWindowWithOneFigureClosesItself() {
+    FigureWindow window({"Only"}, {"Only.obj"});
+    QCOMPARE(window.exec(), int(QDialog::Accepted));
+    QCOMPARE(window.selectedFigure(), 0);
+}
+
+QTEST_MAIN(PagesTest)
+#include "PagesTest.moc"
