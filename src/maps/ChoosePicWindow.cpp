@@ -1,5 +1,8 @@
 #include "maps/ChoosePicWindow.h"
 
+#include "maps/ThumbnailImage.h"
+#include "maps/Thumbnails.h"
+
 #include "model/Failure.h"
 #include "model/Numbers.h"
 #include "model/Text.h"
@@ -12,11 +15,9 @@
 #include <QEvent>
 #include <QFileInfo>
 #include <QHBoxLayout>
-#include <QImageReader>
 #include <QLabel>
 #include <QLocale>
 #include <QMessageBox>
-#include <QPainter>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -24,20 +25,14 @@
 namespace gelvane {
 namespace {
 
-constexpr int kThumbSize = 160;
+constexpr int kChoiceList = 1; // the thumbnail list of the choice window and the open dialog
 
 QString Latin1(const std::string &text) {
     return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-// A square image with a word on it, for "Loading" and "NA".
-QPixmap WordPicture(const QString &word) {
-    QPixmap picture(kThumbSize, kThumbSize);
-    picture.fill(Qt::black);
-    QPainter painter(&picture);
-    painter.setPen(Qt::white);
-    painter.drawText(picture.rect(), Qt::AlignCenter, word);
-    return picture;
+QPixmap FixedPicture(std::string_view key) {
+    return QPixmap::fromImage(ThumbnailToImage(FixedThumbnail(key)));
 }
 
 } // namespace
@@ -56,7 +51,7 @@ ChoosePicWindow::ChoosePicWindow(QWidget *parent, const std::string &wanted,
     m_cmbMaps->setObjectName("cmbMaps");
     m_imgMapThumb = new QLabel(this);
     m_imgMapThumb->setObjectName("imgMapThumb");
-    m_imgMapThumb->setFixedSize(kThumbSize, kThumbSize);
+    m_imgMapThumb->setFixedSize(kThumbPixels, kThumbPixels);
     m_imgMapThumb->setAlignment(Qt::AlignCenter);
     m_chkThumbNail = new QCheckBox(this);
     m_chkThumbNail->setObjectName("chkThumbNail");
@@ -111,35 +106,8 @@ void ChoosePicWindow::changeEvent(QEvent *event) {
 
 void ChoosePicWindow::done(int result) {
     m_chosen = m_cmbMaps->currentIndex();
-    m_thumbs.clear();
+    SharedThumbnails().Clear(kChoiceList);
     QDialog::done(result);
-}
-
-const QPixmap *ChoosePicWindow::LoadThumbNail(const std::string &path, QSize *pictureSize) {
-    const std::string key = LCase(path);
-    if (auto it = m_thumbs.find(key); it != m_thumbs.end()) {
-        *pictureSize = it->second.Size;
-        return &it->second.Picture;
-    }
-    const auto real = ResolvePath(path);
-    if (!real)
-        return nullptr;
-    QImageReader reader(QString::fromLocal8Bit(real->c_str()));
-    const QImage image = reader.read();
-    if (image.isNull())
-        return nullptr;
-    // Centred on black with its aspect kept.
-    QPixmap picture(kThumbSize, kThumbSize);
-    picture.fill(Qt::black);
-    QPainter painter(&picture);
-    const QImage scaled = image.scaled(kThumbSize, kThumbSize, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-    painter.drawImage((kThumbSize - scaled.width()) / 2, (kThumbSize - scaled.height()) / 2, scaled);
-    painter.end();
-    Thumb &thumb = m_thumbs[key];
-    thumb.Picture = picture;
-    thumb.Size = image.size();
-    *pictureSize = thumb.Size;
-    return &thumb.Picture;
 }
 
 void ChoosePicWindow::cmbMaps_Click(int row) {
@@ -150,26 +118,33 @@ void ChoosePicWindow::cmbMaps_Click(int row) {
         const std::string &path = m_listedMaps[static_cast<size_t>(row)];
         const bool showThumb = m_chkThumbNail->isChecked();
         if (showThumb)
-            m_imgMapThumb->setPixmap(WordPicture("Loading"));
+            m_imgMapThumb->setPixmap(FixedPicture("Loading"));
         m_cmdOK->setEnabled(false);
         QApplication::processEvents();
         line = 2;
-        const QPixmap *picture = nullptr;
-        QSize size;
+        bool shown = false;
         if (showThumb) {
-            picture = LoadThumbNail(path, &size);
-            m_imgMapThumb->setPixmap(picture ? *picture : WordPicture("NA"));
+            ThumbnailCache &thumbs = SharedThumbnails();
+            // Two rows may name one file: a picture already in the list is shown as well.
+            if (thumbs.LoadThumbNail(path, kChoiceList) || thumbs.Contains(path, kChoiceList)) {
+                m_imgMapThumb->setPixmap(CachedThumbnailPixmap(LCase(path), kChoiceList));
+                shown = true;
+            } else {
+                m_imgMapThumb->setPixmap(FixedPicture("NA"));
+            }
         }
         line = 3;
         const auto real = ResolvePath(path);
         std::string info = "File Path: " + std::string(FolderPart(real.value_or(path)));
-        if (picture && real) {
+        if (shown && real) {
             const QFileInfo file(QString::fromLocal8Bit(real->c_str()));
             QDateTime created = file.birthTime();
             if (!created.isValid())
                 created = file.lastModified();
-            info +=
-                "\r\nDimensions: " + std::to_string(size.width()) + " X " + std::to_string(size.height()) + " pixels";
+            std::string dimensions = SharedThumbnails().DimensionsOf(path);
+            if (dimensions.empty())
+                dimensions = "N/A";
+            info += "\r\nDimensions: " + dimensions + " pixels";
             info += "\r\nSize: " + NumberText(RoundPlaces(static_cast<double>(file.size()) / 1000000.0, 2)) + " MB";
             info += "\r\nCreated: " + QLocale().toString(created, QLocale::ShortFormat).toStdString();
         }

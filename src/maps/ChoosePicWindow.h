@@ -4,9 +4,7 @@
 #include "platform/Interaction.h"
 
 #include <QDialog>
-#include <QPixmap>
 
-#include <map>
 #include <string>
 #include <vector>
 
@@ -33,8 +31,6 @@ protected:
 private:
     void cmbMaps_Click(int row);
     void chkThumbNail_Click(bool checked);
-    // The thumbnail of a full path, decoded once per window; null when it can't be read.
-    const QPixmap *LoadThumbNail(const std::string &path, QSize *pictureSize);
 
     QComboBox *m_cmbMaps;
     QLabel *m_imgMapThumb;
@@ -42,11 +38,6 @@ private:
     QPlainTextEdit *m_txtMapInfo;
     QPushButton *m_cmdOK;
     std::vector<std::string> m_listedMaps; // one full path per row
-    struct Thumb {
-        QPixmap Picture;
-        QSize Size;
-    };
-    std::map<std::string, Thumb> m_thumbs; // by lower-cased path
     int m_chosen = 0;
 };
 
