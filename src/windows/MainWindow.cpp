@@ -12,6 +12,7 @@
 #include "reader/MorphLoader.h"
 #include "windows/AboutWindow.h"
 #include "windows/SaveOptionsPage.h"
+#include "writer/MtlExport.h"
 #include "writer/SaveCommands.h"
 
 #include <QCloseEvent>
@@ -84,7 +85,10 @@ void MainWindow::buildMenus() {
         });
     };
     windowEntry(mnuFile, "mnuSelSets", "Selection templates");
-    windowEntry(mnuFile, "mnuExportMTL", "Export materials (.mtl)");
+    connect(addEntry(mnuFile, "mnuExportMTL", "Export materials (.mtl)"), &QAction::triggered, this, [this] {
+        mnuExportMTL_Click(m_session);
+        refreshFromSession();
+    });
     windowEntry(mnuFile, "mnuImport", "Import data");
     windowEntry(mnuFile, "mnuFileInfo", "File Information");
     connect(addEntry(mnuFile, "mnuBatchConvert", "P4 <-> P5 batch converter"), &QAction::triggered, this,
@@ -155,7 +159,7 @@ void MainWindow::refreshMenus() {
     const auto enable = [this](const char *name, bool on) { m_entries.at(name)->setEnabled(on); };
     enable("mnuSave", view.mnuSaveEnabled);
     enable("mnuSaveAs", view.mnuSaveAsEnabled);
-    enable("mnuExportMTL", view.mnuExportMTLEnabled && m_openers.count("mnuExportMTL"));
+    enable("mnuExportMTL", view.mnuExportMTLEnabled);
     enable("mnuFileInfo", view.mnuFileInfoEnabled && m_openers.count("mnuFileInfo"));
     enable("mnuPoser", view.mnuPoserEnabled);
     for (const char *name : {"mnuSelSets", "mnuImport", "mnuBatchConvert", "mnuPreferences"})

@@ -35,7 +35,7 @@ public:
 
     // The windows that other parts of the program provide, by the name of the
     // menu entry that opens them (mnuSelSets, mnuImport, mnuFileInfo,
-    // mnuExportMTL, mnuBatchConvert, mnuPreferences). An entry without one stays disabled.
+    // mnuBatchConvert, mnuPreferences). An entry without one stays disabled.
     void setWindowOpener(const QString &menuName, std::function<void(QWidget *owner)> opener);
     // How a figure of a multi-figure file is chosen; frmFigure unless replaced.
     void setFigureChooser(FigureChooser chooser);
