@@ -55,6 +55,10 @@ struct ViewState {
     void DisableMaterialControls();
     // Map references: "Use full map paths", read by ShortMapPath and the Fix buttons.
     bool chkTexture = false;
+    // Main window entries beyond the pages.
+    bool mnuFileInfoEnabled = false;   // set by the statistics scan
+    bool mnuPoserEnabled = false;      // a Poser folder is configured
+    bool ChannelControlsEnabled = false; // the actor and dial lists of the morph and pose page
 };
 
 class Session {

@@ -1,16 +1,32 @@
 #include "windows/GuiMain.h"
 
+#include "app/Settings.h"
+#include "model/Session.h"
+#include "windows/MainWindow.h"
+#include "windows/QtInteraction.h"
+
 #include <QApplication>
-#include <QMainWindow>
 
 namespace gelvane {
 
-int RunGui(int argc, char **argv, const std::string &) {
+int RunGui(int argc, char **argv, const std::string &commandText) {
     QApplication app(argc, argv);
-    QMainWindow window;
-    window.setWindowTitle("Gelvane");
+    QApplication::setApplicationName(kProgramTitle);
+    Settings settings;
+    QtInteraction ui(settings);
+    Session session(settings, ui);
+    session.CommandLineOpen = false;
+    session.FileModified = false;
+    session.MultiFigure = false;
+
+    MainWindow window(session, settings);
+    ui.setOwner(&window);
     window.show();
-    return app.exec();
+    settings = LoadSettings(ui);
+    window.StartUp(commandText);
+    const int status = app.exec();
+    ui.setOwner(nullptr);
+    return status;
 }
 
 } // namespace gelvane

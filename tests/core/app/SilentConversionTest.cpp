@@ -114,7 +114,7 @@ TEST(SilentConversion, EveryKindOfPoseLikeFileConverts) {
 }
 
 TEST(SilentConversion, BadInputWritesNothing) {
-    const char *fixtures[] = {"empty.pz2", "binary.pz2", "no-closing-brace.pz2", "overflowing-tmax.pz2"};
+    const char *fixtures[] = {"empty.pz2", "binary.pz2", "no-closing-brace.pz2", "overflowing-colour.pz2"};
     for (const char *fixture : fixtures) {
         SCOPED_TRACE(fixture);
         TestHome home;

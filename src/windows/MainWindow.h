@@ -1,0 +1,73 @@
+#pragma once
+// frmMain: menus, the tab strip with the three pages, the title, dropping a
+// file on the window and the closing rules. Handlers call one core operation
+// on the session and redraw from it.
+#include "windows/MainWindowState.h"
+
+#include <QMainWindow>
+#include <functional>
+#include <map>
+
+class QAction;
+class QTabWidget;
+
+namespace gelvane {
+
+struct Settings;
+class Session;
+class SaveOptionsPage;
+
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+public:
+    MainWindow(Session &session, Settings &settings, QWidget *parent = nullptr);
+
+    // Start-up once the settings are loaded: the options from the settings, then
+    // the command text (a path opens through the Open command of its kind).
+    void StartUp(const std::string &commandText);
+    // Runs an Open menu command and redraws.
+    void RunOpenMenu(OpenMenu menu);
+    // Dropping a file anywhere on the window but a path box.
+    void DropFile(const std::string &path);
+
+    // The windows that other parts of the program provide, by the name of the
+    // menu entry that opens them (mnuSelSets, mnuImport, mnuFileInfo,
+    // mnuExportMTL, mnuBatchConvert, mnuPreferences). An entry without one stays disabled.
+    void setWindowOpener(const QString &menuName, std::function<void(QWidget *owner)> opener);
+    // How the character path shows figure selection; without one the file opens as a whole.
+    void setFigureSelection(std::function<void(Session &, QWidget *owner)> selection);
+
+public slots:
+    // Redraws menus, title and pages from the session.
+    void refreshFromSession();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
+
+private:
+    void buildMenus();
+    void buildPages();
+    QAction *addEntry(QMenu *menu, const QString &name, const QString &caption, const QKeySequence &shortcut = {});
+    void tbsOptions_Click(int index);
+    void mnuSave_Click();
+    void mnuSaveAs_Click();
+    void mnuBatchConvert_Click();
+    void mnuPoser_Click();
+    void openDocument(const QString &fileName);
+    void afterOpen();
+    void runFigureSelection();
+
+    Session &m_session;
+    Settings &m_settings;
+    QTabWidget *m_tbsOptions = nullptr;
+    QWidget *m_materialPage = nullptr;
+    QWidget *m_posePage = nullptr;
+    SaveOptionsPage *m_saveOptions = nullptr;
+    std::map<QString, QAction *> m_entries;
+    std::map<QString, std::function<void(QWidget *)>> m_openers;
+    std::function<void(Session &, QWidget *)> m_figureSelection;
+};
+
+} // namespace gelvane

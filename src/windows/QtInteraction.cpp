@@ -1,0 +1,234 @@
+#include "windows/QtInteraction.h"
+
+#include "app/Settings.h"
+#include "windows/PleaseWaitWindow.h"
+
+#if __has_include("windows/FileDialogs.h")
+#include "windows/FileDialogs.h"
+#define GELVANE_HAVE_FILE_DIALOGS 1
+#endif
+#if __has_include("maps/ChoosePicWindow.h")
+#include "maps/ChoosePicWindow.h"
+#define GELVANE_HAVE_CHOOSE_PIC 1
+#endif
+
+#include <QColorDialog>
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QStringList>
+
+namespace gelvane {
+
+namespace {
+
+QString Latin1(const std::string &text) {
+    return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+std::string Bytes(const QString &text) {
+    return text.toLatin1().toStdString();
+}
+
+// Paths are handed on in the file system's own encoding.
+std::string PathBytes(const QString &path) {
+    return QFile::encodeName(path).toStdString();
+}
+
+// The folder chooser's answer, whether it comes as an optional or as a text empty on cancel.
+[[maybe_unused]] std::optional<std::string> AsChoice(std::optional<std::string> chosen) {
+    if (chosen && chosen->empty())
+        return std::nullopt;
+    return chosen;
+}
+
+QMessageBox::Icon QtIcon(MsgIcon icon) {
+    switch (icon) {
+    case MsgIcon::Exclamation:
+        return QMessageBox::Warning;
+    case MsgIcon::Question:
+        return QMessageBox::Question;
+    case MsgIcon::Information:
+        return QMessageBox::Information;
+    case MsgIcon::Critical:
+        return QMessageBox::Critical;
+    case MsgIcon::None:
+        break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+} // namespace
+
+QString QtFilterOf(const std::string &filter) {
+    const QStringList parts = Latin1(filter).split('|');
+    QStringList filters;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        QString patterns = parts[i + 1];
+        patterns.replace(';', ' ');
+        filters << parts[i] + " (" + patterns + ")";
+    }
+    return filters.join(";;");
+}
+
+PleaseWaitWindow *QtInteraction::progressWindow() const {
+    return m_progress;
+}
+
+QtInteraction::~QtInteraction() {
+    delete m_progress;
+}
+
+MsgResult QtInteraction::MessageBox(const std::string &text, const std::string &title, MsgIcon icon,
+                                    MsgButtons buttons) {
+    QString shown = Latin1(text);
+    shown.replace("\r\n", "\n");
+    QMessageBox box(QtIcon(icon), Latin1(title.empty() ? std::string(kProgramTitle) : title), shown,
+                    QMessageBox::NoButton, m_owner);
+    box.setTextFormat(Qt::PlainText);
+    switch (buttons) {
+    case MsgButtons::OK:
+        box.setStandardButtons(QMessageBox::Ok);
+        break;
+    case MsgButtons::OKCancel:
+        box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
+        break;
+    case MsgButtons::YesNo:
+        box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+        break;
+    case MsgButtons::YesNoCancel:
+        box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+        break;
+    }
+    switch (box.exec()) {
+    case QMessageBox::Yes:
+        return MsgResult::Yes;
+    case QMessageBox::No:
+        return MsgResult::No;
+    case QMessageBox::Ok:
+        return MsgResult::OK;
+    default:
+        // A box closed by its title bar answers like its escape button.
+        return buttons == MsgButtons::YesNo ? MsgResult::No
+               : buttons == MsgButtons::OK  ? MsgResult::OK
+                                            : MsgResult::Cancel;
+    }
+}
+
+std::optional<std::string> QtInteraction::InputBox(const std::string &prompt, const std::string &title,
+                                                   const std::string &defaultText) {
+    bool ok = false;
+    const QString text = QInputDialog::getText(m_owner, Latin1(title.empty() ? std::string(kProgramTitle) : title),
+                                               Latin1(prompt), QLineEdit::Normal, Latin1(defaultText), &ok);
+    if (!ok)
+        return std::nullopt;
+    return Bytes(text);
+}
+
+std::optional<std::string> QtInteraction::ChooseFile(const FileDialogRequest &request) {
+#ifdef GELVANE_HAVE_FILE_DIALOGS
+    return ShowFileDialog(m_owner, request, *m_settings);
+#else
+    QFileDialog dialog(m_owner, Latin1(request.Title), QFile::decodeName(request.InitialDir.c_str()),
+                       QtFilterOf(request.Filter));
+    dialog.setAcceptMode(request.ForSave ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    dialog.setFileMode(request.ForSave ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    dialog.setDefaultSuffix(Latin1(request.DefaultExt));
+    if (!request.FileName.empty())
+        dialog.selectFile(QFile::decodeName(request.FileName.c_str()));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return std::nullopt;
+    return PathBytes(dialog.selectedFiles().constFirst());
+#endif
+}
+
+std::optional<std::string> QtInteraction::ChooseFolder(const std::string &start, const std::string &title) {
+#ifdef GELVANE_HAVE_FILE_DIALOGS
+    return AsChoice(ShowFolderDialog(m_owner, start, title));
+#else
+    const QString folder = QFileDialog::getExistingDirectory(m_owner, Latin1(title), QFile::decodeName(start.c_str()));
+    if (folder.isEmpty())
+        return std::nullopt;
+    return PathBytes(folder);
+#endif
+}
+
+std::optional<RgbColor> QtInteraction::ChooseColor(const RgbColor &initial) {
+    const QColor chosen = QColorDialog::getColor(QColor(initial.Red, initial.Green, initial.Blue), m_owner);
+    if (!chosen.isValid())
+        return std::nullopt;
+    return RgbColor{chosen.red(), chosen.green(), chosen.blue()};
+}
+
+int QtInteraction::ChooseMap(const std::string &wanted, const std::vector<MapCandidate> &candidates) {
+#ifdef GELVANE_HAVE_CHOOSE_PIC
+    return ChoosePic(m_owner, wanted, candidates);
+#else
+    QStringList rows;
+    for (const MapCandidate &candidate : candidates)
+        rows << QFile::decodeName(candidate.Path.c_str());
+    rows << "NO_MAP";
+    bool ok = false;
+    const QString row =
+        QInputDialog::getItem(m_owner, kProgramTitle, "Choose the file for " + Latin1(wanted), rows, 0, false, &ok);
+    const int index = static_cast<int>(rows.indexOf(row));
+    if (!ok || index < 0 || index >= static_cast<int>(candidates.size()))
+        return -1;
+    return index;
+#endif
+}
+
+void QtInteraction::ProgressShow(const std::string &title, const std::string &status, int barMax) {
+    if (!m_progress)
+        m_progress = new PleaseWaitWindow(m_owner);
+    m_progress->setWindowTitle(Latin1(title));
+    m_progress->setStatus(Latin1(status));
+    m_progress->setBarMaximum(barMax);
+    m_progress->show();
+    m_progress->raise();
+    m_progress->activateWindow();
+    m_progress->setFocus();
+}
+
+void QtInteraction::ProgressStatus(const std::string &status) {
+    if (m_progress)
+        m_progress->setStatus(Latin1(status));
+}
+
+void QtInteraction::ProgressDetail(const std::string &detail) {
+    if (m_progress)
+        m_progress->setDetail(Latin1(detail));
+}
+
+void QtInteraction::ProgressMax(int barMax) {
+    if (m_progress)
+        m_progress->setBarMaximum(barMax);
+}
+
+void QtInteraction::ProgressValue(int value) {
+    if (m_progress)
+        m_progress->setBarValue(value);
+}
+
+void QtInteraction::ProgressClose() {
+    // Released, so the next use starts from the design state again.
+    delete m_progress;
+    if (m_owner && m_owner->isEnabled() && m_owner->isVisible())
+        m_owner->activateWindow();
+}
+
+bool QtInteraction::ProgressVisible() const {
+    return m_progress && m_progress->isVisible();
+}
+
+void QtInteraction::DoEvents() {
+    QCoreApplication::processEvents(QEventLoop::AllEvents);
+}
+
+bool QtInteraction::ProgressCancelling() const {
+    return m_progress && m_progress->status() == kCancelling;
+}
+
+} // namespace gelvane

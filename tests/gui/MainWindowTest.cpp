@@ -1,0 +1,417 @@
+// The main window driven as a user would: menu entries by name, dialogs
+// answered by a scripted interaction, widgets found by their control names.
+#include "windows/MainWindow.h"
+#include "app/Settings.h"
+#include "model/Session.h"
+#include "platform/Paths.h"
+#include "reader/OpenFile.h"
+#include "support/ScriptedInteraction.h"
+#include "support/TestHome.h"
+#include "windows/AboutWindow.h"
+#include "windows/PleaseWaitWindow.h"
+#include "windows/QtInteraction.h"
+#include "writer/PoseWriter.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMimeData>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTabWidget>
+#include <QTest>
+#include <QTimer>
+#include <QUrl>
+
+#include <memory>
+
+using namespace gelvane;
+
+namespace {
+
+std::string DemoPath() {
+    return std::string(GELVANE_TEST_DATA) + "/gui/demo.pz2";
+}
+
+// Opens `path` in a session of its own, without any window: tells whether the
+// readers can read it at all, so that the window tests judge the window only.
+bool CoreReadsMaterials(const std::string &path) {
+    Settings settings;
+    test::ScriptedInteraction ui;
+    Session session(settings, ui);
+    session.PoserFileKind = KindPZ2;
+    session.CommandLineOpen = true;
+    session.DialogFileName = path;
+    OpenFile(session);
+    return !IsEmptyList(session.Figures) && !session.OpenFailed;
+}
+
+QStringList Rows(const QComboBox *box) {
+    QStringList rows;
+    for (int i = 0; i < box->count(); ++i)
+        rows << box->itemText(i);
+    return rows;
+}
+
+QStringList Rows(const QListWidget *list) {
+    QStringList rows;
+    for (int i = 0; i < list->count(); ++i)
+        rows << list->item(i)->text();
+    return rows;
+}
+
+// A Qt interaction whose message boxes answer at once instead of waiting for a user.
+class QtInteractionWithoutBoxes : public QtInteraction {
+public:
+    using QtInteraction::QtInteraction;
+    MsgResult MessageBox(const std::string &text, const std::string &, MsgIcon, MsgButtons buttons) override {
+        Messages.push_back(text);
+        return buttons == MsgButtons::OK ? MsgResult::OK : MsgResult::No;
+    }
+    std::vector<std::string> Messages;
+};
+
+} // namespace
+
+class MainWindowTest : public QObject {
+    Q_OBJECT
+
+private:
+    std::unique_ptr<test::TestHome> m_home;
+    Settings m_settings;
+    std::unique_ptr<test::ScriptedInteraction> m_ui;
+    std::unique_ptr<Session> m_session;
+    std::unique_ptr<MainWindow> m_window;
+
+    template <class T> T *widget(const char *name) {
+        T *found = m_window->findChild<T *>(name);
+        if (!found)
+            qFatal("no widget %s", name);
+        return found;
+    }
+    QAction *entry(const char *name) { return widget<QAction>(name); }
+
+    void openDemo() {
+        m_ui->nextFile(DemoPath());
+        entry("mnuOpenPZ2")->trigger();
+    }
+
+private slots:
+    void init() {
+        m_home = std::make_unique<test::TestHome>();
+        m_settings = Settings{};
+        m_ui = std::make_unique<test::ScriptedInteraction>();
+        m_session = std::make_unique<Session>(m_settings, *m_ui);
+        m_window = std::make_unique<MainWindow>(*m_session, m_settings);
+        m_window->StartUp("");
+        m_window->show();
+    }
+
+    void cleanup() {
+        m_session->FileModified = false; // no closing question while tearing down
+        m_window.reset();
+        m_session.reset();
+        m_ui.reset();
+        m_home.reset();
+    }
+
+    void menusAndTabsAtStart() {
+        QCOMPARE(m_window->windowTitle(), QString("Gelvane"));
+        const struct {
+            const char *Name, *Caption, *Shortcut;
+            bool Enabled;
+        } entries[] = {
+            {"mnuOpenPZ2", "Pose File", "", true},
+            {"mnuOpenCR2Props", "Character File with Props", "", true},
+            {"mnuMultiFigure", "Multi-Figure Character File", "", true},
+            {"mnuSave", "&Save", "Ctrl+S", false},
+            {"mnuSaveAs", "S&ave as ...", "", false},
+            {"mnuExportMTL", "Export materials (.mtl)", "", false},
+            {"mnuFileInfo", "File Information", "", false},
+            {"mnuExit", "E&xit", "Ctrl+X", true},
+            {"mnuPoser", "Run Poser", "", false},
+            {"mnuReadme", "License agreement", "F1", true},
+            {"mnuWebSite", "Online Help", "F2", true},
+            {"mnuVHistory", "Version History", "F3", true},
+            {"mnuAbout", "About", "Ctrl+A", true},
+        };
+        for (const auto &e : entries) {
+            QAction *action = entry(e.Name);
+            QCOMPARE(action->text(), QString(e.Caption));
+            QCOMPARE(action->shortcut().toString(), QString(e.Shortcut));
+            QVERIFY2(action->isEnabled() == e.Enabled, e.Name);
+        }
+        auto *tabs = widget<QTabWidget>("tbsOptions");
+        QCOMPARE(tabs->count(), 3);
+        QCOMPARE(tabs->tabText(1), QString("Morph and Pose channels"));
+        QCOMPARE(tabs->tabToolTip(2), QString("Click this tab to select what will be included in the pose"));
+        QCOMPARE(tabs->widget(2)->objectName(), QString("picOptions_2"));
+
+        // A window that another part provides switches its entry on.
+        int opened = 0;
+        m_window->setWindowOpener("mnuImport", [&](QWidget *) { ++opened; });
+        QVERIFY(entry("mnuImport")->isEnabled());
+        entry("mnuImport")->trigger();
+        QCOMPARE(opened, 1);
+    }
+
+    void startUpFollowsTheSettings() {
+        m_settings.SaveAsP4 = false;
+        m_settings.FileSystemDOS = false;
+        m_settings.PoserFolder = m_home->path();
+        m_window->StartUp("/no/such/file.txt");
+        QVERIFY(widget<QRadioButton>("optPoserFormat_1")->isChecked());
+        QVERIFY(widget<QRadioButton>("optFileSystem_1")->isChecked());
+        QVERIFY(entry("mnuPoser")->isEnabled());
+        // An unknown kind opens nothing but leaves the command line pending.
+        QVERIFY(m_session->CommandLineOpen);
+        QVERIFY(m_ui->fileRequests().empty());
+
+        // Run Poser with a folder that has no Poser.exe.
+        entry("mnuPoser")->trigger();
+        QCOMPARE(m_ui->messages().back().Text, "Poser executable could not be found in\r\n" + m_home->path() + ".");
+        QCOMPARE(m_ui->messages().back().Icon, MsgIcon::Exclamation);
+        QVERIFY(entry("mnuPoser")->isEnabled());
+    }
+
+    void saveOptionsEditTheSession() {
+        widget<QRadioButton>("optFileSystem_1")->click();
+        QVERIFY(!m_session->Options.FileSystemDOS);
+        widget<QRadioButton>("optPoserFormat_1")->click();
+        QVERIFY(m_session->Options.PoserFormatP5);
+        widget<QRadioButton>("optFileSystem_0")->click();
+        QVERIFY(m_session->Options.FileSystemDOS);
+
+        auto *version = widget<QLineEdit>("TXT_0");
+        version->clear();
+        QTest::keyClicks(version, "5.0");
+        QCOMPARE(m_session->OutputVersion, std::string("5"));
+        QVERIFY(m_session->FileModified);
+
+        // With a figure loaded both boxes can't be checked together.
+        m_session->Figures[0].Name = "figure";
+        auto *channels = widget<QCheckBox>("chkChannels");
+        auto *materials = widget<QCheckBox>("chkNoMaterialData");
+        channels->click();
+        QVERIFY(channels->isChecked());
+        materials->click();
+        QVERIFY(!materials->isChecked());
+        QVERIFY(!m_session->Options.chkNoMaterialData);
+        QCOMPARE(m_ui->messages().size(), size_t(1));
+        QCOMPARE(m_ui->messages()[0].Text,
+                 std::string("Both morph and pose data and material data cannot be disabled"));
+        channels->click();
+        materials->click();
+        QVERIFY(materials->isChecked());
+        QVERIFY(m_session->Options.chkNoMaterialData);
+        QCOMPARE(m_ui->messages().size(), size_t(1));
+    }
+
+    void closingAsksOnlyWithChanges() {
+        m_session->FileModified = true;
+        m_session->FileName = "/p/figure.cr2";
+        m_ui->nextAnswer(MsgResult::Cancel);
+        QVERIFY(!m_window->close());
+        QVERIFY(m_window->isVisible());
+        QCOMPARE(m_ui->messages().back().Text, std::string("Do you want to save before exiting?"));
+        QCOMPARE(m_ui->messages().back().Buttons, MsgButtons::YesNoCancel);
+        QCOMPARE(m_ui->messages().back().Title, std::string("Gelvane"));
+
+        // Yes on a character goes through Save as; its cancel doesn't stop the closing.
+        m_ui->nextAnswer(MsgResult::Yes);
+        m_ui->nextFile(std::nullopt);
+        QVERIFY(m_window->close());
+        QCOMPARE(m_ui->fileRequests().size(), size_t(1));
+        QVERIFY(m_ui->fileRequests()[0].ForSave);
+
+        m_window->show();
+        m_ui->nextAnswer(MsgResult::No);
+        const size_t asked = m_ui->messages().size();
+        QVERIFY(m_window->close());
+        QCOMPARE(m_ui->messages().size(), asked + 1);
+
+        // Both boxes checked: nothing would be saved, so no question.
+        m_window->show();
+        m_session->Options.chkChannels = m_session->Options.chkNoMaterialData = true;
+        QVERIFY(m_window->close());
+        QCOMPARE(m_ui->messages().size(), asked + 1);
+    }
+
+    void closingSavesAPoseUnderItsName() {
+        const std::string target = m_home->write("saved.pz2", "old");
+        m_session->FileModified = true;
+        m_session->FileName = target;
+        m_session->DialogFileName = target;
+        m_ui->nextAnswer(MsgResult::Yes);
+        QVERIFY(m_window->close());
+        QVERIFY(m_ui->fileRequests().empty()); // no Save as dialog for a pose
+    }
+
+    void droppingAFileOfNoKindChangesNothing() {
+        m_session->DialogFileName = "/p/earlier.pz2";
+        const std::string texture = m_home->write("texture.jpg", "not a pose");
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(QString::fromStdString(texture))});
+        QDragEnterEvent enter(QPoint(10, 40), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(m_window.get(), &enter);
+        QVERIFY(enter.isAccepted());
+        QDropEvent drop(QPointF(10, 40), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(m_window.get(), &drop);
+        QCOMPARE(m_session->DialogFileName, std::string("/p/earlier.pz2"));
+        QVERIFY(!m_session->CommandLineOpen);
+        QVERIFY(m_ui->fileRequests().empty());
+        QVERIFY(m_ui->messages().empty());
+    }
+
+    void openDemoShowsObjectsAndMaterials() {
+        if (!CoreReadsMaterials(DemoPath()))
+            QSKIP("the pose reader doesn't read materials in this build yet");
+        openDemo();
+        QCOMPARE(m_ui->fileRequests().size(), size_t(1));
+        QCOMPARE(m_ui->fileRequests()[0].Title, std::string("Open Pose file"));
+        QCOMPARE(m_window->windowTitle(), QString("Gelvane - [demo.pz2]"));
+        auto *objects = widget<QComboBox>("cmbFigures");
+        QVERIFY(Rows(objects).contains("figure"));
+        QVERIFY(objects->isEnabled());
+        QCOMPARE(Rows(widget<QListWidget>("lstMaterials")), QStringList({"Skin", "Eyes"}));
+        QVERIFY(entry("mnuSave")->isEnabled());
+        QVERIFY(entry("mnuSaveAs")->isEnabled());
+        QVERIFY(!m_session->FileModified);
+    }
+
+    void droppedPoseOpensWithoutADialog() {
+        if (!CoreReadsMaterials(DemoPath()))
+            QSKIP("the pose reader doesn't read materials in this build yet");
+        m_window->DropFile(DemoPath());
+        QVERIFY(m_ui->fileRequests().empty());
+        QCOMPARE(m_window->windowTitle(), QString("Gelvane - [demo.pz2]"));
+        QCOMPARE(Rows(widget<QListWidget>("lstMaterials")), QStringList({"Skin", "Eyes"}));
+    }
+
+    void saveAsWritesWhatTheWriterWrites() {
+        if (!CoreReadsMaterials(DemoPath()))
+            QSKIP("the pose reader doesn't read materials in this build yet");
+        openDemo();
+        widget<QRadioButton>("optFileSystem_1")->click();
+        const std::string saved = m_home->file("out.pz2");
+        m_ui->nextFile(saved);
+        entry("mnuSaveAs")->trigger();
+        if (!FileExists(saved))
+            QSKIP("the pose writer doesn't write in this build yet");
+        QCOMPARE(m_window->windowTitle(), QString("Gelvane - [out.pz2]"));
+
+        // The same file and options through the core alone.
+        Settings settings;
+        test::ScriptedInteraction ui;
+        Session session(settings, ui);
+        session.CommandLineOpen = true;
+        session.DialogFileName = DemoPath();
+        OpenFile(session);
+        session.Options.FileSystemDOS = false;
+        session.OutputPath = m_home->file("direct.pz2");
+        WritePoseFile(session);
+        const std::string bytes = ReadFileBytes(saved);
+        QCOMPARE(bytes, ReadFileBytes(session.OutputPath));
+        QVERIFY(bytes.find("\r\n") == std::string::npos);
+        QVERIFY(bytes.find("Skin") != std::string::npos);
+    }
+
+    void escRequestsCancelInTheProgressWindow() {
+        QtInteraction ui(m_settings);
+        ui.setOwner(m_window.get());
+        ui.ProgressShow("Please wait", "Reading file...", 10);
+        PleaseWaitWindow *window = ui.progressWindow();
+        QVERIFY(window);
+        QCOMPARE(window->findChild<QLabel *>("lblPleaseWait")->text(), QString("Reading file..."));
+        ui.ProgressDetail("Skin...");
+        ui.ProgressValue(4);
+        QCOMPARE(window->findChild<QProgressBar *>("ProgressBar1")->value(), 4);
+
+        // The key only arrives while the loop lets events run.
+        QTimer::singleShot(0, window, [window] { QTest::keyClick(window, Qt::Key_A); });
+        QTimer::singleShot(0, window, [window] { QTest::keyClick(window, Qt::Key_Escape); });
+        QVERIFY(!ui.ProgressCancelling());
+        int rounds = 0;
+        while (!ui.ProgressCancelling() && rounds < 1000) {
+            ui.DoEvents();
+            ++rounds;
+        }
+        QVERIFY(ui.ProgressCancelling());
+        QTest::keyClick(window, Qt::Key_Escape);
+        QCOMPARE(window->status(), QString("Cancelling..."));
+        // Rewriting the status line drops the request.
+        ui.ProgressStatus("Loading materials...");
+        QVERIFY(!ui.ProgressCancelling());
+
+        ui.ProgressClose();
+        QVERIFY(!ui.progressWindow());
+        QVERIFY(!ui.ProgressVisible());
+        ui.ProgressShow(" Please wait", "Reading data...", -1);
+        QVERIFY(ui.progressWindow()->findChild<QLabel *>("lblFigure")->text().isEmpty());
+        QVERIFY(!ui.progressWindow()->findChild<QProgressBar *>("ProgressBar1")->isVisibleTo(ui.progressWindow()));
+        ui.ProgressClose();
+    }
+
+    void escCancelsALongLoad() {
+        // Many actors with many channels: long enough to press Esc during it.
+        std::string text = "{\n\nversion\n\t{\n\tnumber 4.01\n\t}\n";
+        for (int a = 0; a < 2000; ++a) {
+            text += "actor a" + std::to_string(a) + "\n\t{\n\tchannels\n\t\t{\n";
+            for (int c = 0; c < 40; ++c)
+                text += "\t\ttargetGeom m" + std::to_string(c) +
+                        "\n\t\t\t{\n\t\t\tkeys\n\t\t\t\t{\n\t\t\t\tstatic  0\n"
+                        "\t\t\t\tk  0  0.5\n\t\t\t\t}\n\t\t\t}\n";
+            text += "\t\t}\n\t}\n";
+        }
+        text += "figure\n\t{\n\tmaterial Skin\n\t\t{\n\t\tKdColor 1 1 1 1\n\t\t}\n\t}\n}\n";
+        const std::string path = m_home->write("long.pz2", text);
+        {
+            Settings settings;
+            test::ScriptedInteraction ui;
+            Session session(settings, ui);
+            session.CommandLineOpen = true;
+            session.DialogFileName = path;
+            OpenFile(session);
+            if (IsEmptyList(session.Actors))
+                QSKIP("the channel loader doesn't read actors in this build yet");
+        }
+        QtInteractionWithoutBoxes ui(m_settings);
+        Session session(m_settings, ui);
+        MainWindow window(session, m_settings);
+        ui.setOwner(&window);
+        window.StartUp("");
+        window.show();
+        bool sawCancel = false;
+        QTimer esc;
+        QObject::connect(&esc, &QTimer::timeout, [&] {
+            if (PleaseWaitWindow *progress = ui.progressWindow()) {
+                QTest::keyClick(progress, Qt::Key_Escape);
+                sawCancel = sawCancel || ui.ProgressCancelling();
+            }
+        });
+        esc.start(1);
+        window.DropFile(path);
+        esc.stop();
+        QVERIFY(sawCancel);
+        QVERIFY(!ui.ProgressVisible());
+        QVERIFY(IsEmptyList(session.Actors));
+        session.FileModified = false;
+    }
+
+    void aboutWindowShowsTitleAndVersion() {
+        AboutWindow about(m_window.get());
+        QCOMPARE(about.windowTitle(), QString("About Gelvane"));
+        QCOMPARE(about.findChild<QLabel *>("lblTitle")->text(), QString("Gelvane"));
+        QCOMPARE(about.findChild<QLabel *>("lblVersion")->text(), QString("Version 3.0.0"));
+        QTimer::singleShot(0, &about, [&about] { about.findChild<QPushButton *>("cmdOK")->click(); });
+        QCOMPARE(about.exec(), int(QDialog::Accepted));
+    }
+};
+
+QTEST_MAIN(MainWindowTest)
+#include "MainWindowTest.moc"
