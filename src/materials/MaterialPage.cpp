@@ -135,6 +135,9 @@ bool IsFigureRow(const Session &session, int row) {
 
 MaterialPage::MaterialPage(Session &session, QWidget *parent) : QWidget(parent), m_session(session) {
     setObjectName("picOptions_0");
+    // The page shows the thumbnails that the readers cache while they open a file.
+    if (!m_session.LoadThumbNail)
+        ConnectThumbnails(m_session);
     Build();
     SetMaterialControlsEnabled(false);
 }

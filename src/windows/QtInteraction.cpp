@@ -33,7 +33,7 @@ std::string Bytes(const QString &text) {
 }
 
 // Paths are handed on in the file system's own encoding.
-std::string PathBytes(const QString &path) {
+[[maybe_unused]] std::string PathBytes(const QString &path) {
     return QFile::encodeName(path).toStdString();
 }
 

@@ -103,6 +103,7 @@ private slots:
     void fileDialogPreviewsAndReturnsThePath();
     void figureWindowListsByNameOrGeometry();
     void figureWindowWithOneFigureClosesItself();
+    void figureWindowOpensTheChosenFigureOfATwoFigureFile();
 };
 
 void PagesTest::materialPageHasTheDesignedControls() {
@@ -422,6 +423,38 @@ void PagesTest::figureWindowWithOneFigureClosesItself() {
     FigureWindow window({"Only"}, {"Only.obj"});
     QCOMPARE(window.exec(), int(QDialog::Accepted));
     QCOMPARE(window.selectedFigure(), 0);
+}
+
+void PagesTest::figureWindowOpensTheChosenFigureOfATwoFigureFile() {
+    test::TestHome home;
+    Settings settings;
+    settings.AutoCorrect = false;
+    test::ScriptedInteraction ui;
+    Session session(settings, ui);
+    session.DialogFileName = home.write("two-figures.cr2", test::ReadTestData("figures/two-figures.cr2"));
+    session.PoserFileKind = KindCR2;
+    session.MultiFigure = true;
+    ui.nextAnswer(MsgResult::No); // no channels
+
+    QStringList listed;
+    WhenModal<FigureWindow>([&](FigureWindow *window) {
+        for (int i = 0; i < window->cmbFigure()->count(); ++i)
+            listed << window->cmbFigure()->itemText(i);
+        window->cmbFigure()->setCurrentIndex(1);
+        QTest::mouseClick(window->findChild<QPushButton *>("cmdOK"), Qt::LeftButton);
+    });
+    ShowFigureWindow(session, nullptr);
+    QCOMPARE(listed, QStringList({"Tester", "Other Figure"}));
+    QVERIFY(!session.OpenFailed);
+    QVERIFY(!IsEmptyList(session.Figures));
+    QCOMPARE(session.Figures[0].Materials.size(), size_t(2));
+    QCOMPARE(session.Figures[0].Materials[0].Name, std::string("Cloth"));
+
+    // Closing the window without OK opens nothing.
+    session.Figures.assign(1, Figure{});
+    WhenModal<FigureWindow>([](FigureWindow *window) { window->reject(); });
+    ShowFigureWindow(session, nullptr);
+    QVERIFY(IsEmptyList(session.Figures));
 }
 
 QTEST_MAIN(PagesTest)
