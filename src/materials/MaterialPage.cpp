@@ -4,6 +4,7 @@
 #include "maps/MapPaths.h"
 #include "maps/ThumbnailImage.h"
 #include "model/Session.h"
+#include "windows/MainWindowState.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -128,7 +129,14 @@ QString Indexed(const char *name, int index) {
 
 // True when the row stands for a Figure (rows behind the last one are actors).
 bool IsFigureRow(const Session &session, int row) {
-    return row >= 0 && row < static_cast<int>(session.Figures.size()) && !IsEmptyList(session.Figures);
+    return row >= 0 && row < static_cast<int>(session.Figures.size());
+}
+
+QStringList Rows(const QListWidget *list) {
+    QStringList rows;
+    for (int i = 0; i < list->count(); ++i)
+        rows << list->item(i)->text();
+    return rows;
 }
 
 } // namespace
@@ -358,77 +366,61 @@ void MaterialPage::SetMaterialControlsEnabled(bool enabled) {
 }
 
 void MaterialPage::refresh() {
+    const ViewState &view = m_session.View;
     QStringList rows;
     for (const std::string &line : m_session.cmbFigures)
         rows << Latin1(line);
-    QStringList shown;
+    QStringList shownRows;
     for (int i = 0; i < m_cmbFigures->count(); ++i)
-        shown << m_cmbFigures->itemText(i);
-    int row = m_session.View.cmbFiguresIndex;
-    if (row < 0 || row >= rows.size())
-        row = rows.isEmpty() ? -1 : 0;
+        shownRows << m_cmbFigures->itemText(i);
     {
         const QSignalBlocker blocker(m_cmbFigures);
-        if (rows != shown) {
+        if (rows != shownRows) {
             m_cmbFigures->clear();
             m_cmbFigures->addItems(rows);
         }
-        m_cmbFigures->setCurrentIndex(row);
+        m_cmbFigures->setCurrentIndex(view.cmbFiguresIndex < rows.size() ? view.cmbFiguresIndex : -1);
     }
-    m_cmbFigures->setEnabled(!rows.isEmpty() && m_session.View.cmbFiguresEnabled &&
-                             !m_session.Options.chkNoMaterialData);
-    m_cmd[1]->setEnabled(m_session.View.cmdDeleteEnabled && !rows.isEmpty());
-    ShowObject(row, true);
+    const bool materialsOn = !m_session.Options.chkNoMaterialData;
+    m_cmbFigures->setEnabled(!rows.isEmpty() && view.cmbFiguresEnabled && materialsOn);
+    m_cmd[1]->setEnabled(view.cmdDeleteEnabled && !rows.isEmpty());
+
+    QStringList names;
+    for (const std::string &name : view.lstMaterials)
+        names << Latin1(name);
+    {
+        const QSignalBlocker blocker(m_lstMaterials);
+        // Rows that stay the same keep the user's selection.
+        if (names != Rows(m_lstMaterials)) {
+            m_lstMaterials->clear();
+            m_lstMaterials->addItems(names);
+            if (view.lstMaterialsIndex >= 0 && view.lstMaterialsIndex < names.size())
+                m_lstMaterials->setCurrentRow(view.lstMaterialsIndex);
+        }
+    }
+    SetMaterialControlsEnabled(view.MaterialControlsEnabled && materialsOn);
+    lstMaterials_Click();
 }
 
 void MaterialPage::cmbFigures_Click(int row) {
-    ShowObject(row, false);
-}
-
-void MaterialPage::ShowObject(int row, bool keepSelection) {
-    m_session.View.cmbFiguresIndex = row;
-    if (IsFigureRow(m_session, row) && !m_session.Options.chkNoMaterialData) {
-        SetMaterialControlsEnabled(true);
-        QStringList names;
-        if (!IsEmptyList(m_session.Figures[row].Materials))
-            for (const Material &material : m_session.Figures[row].Materials)
-                names << Latin1(material.Name);
-        QStringList shown;
-        for (int i = 0; i < m_lstMaterials->count(); ++i)
-            shown << m_lstMaterials->item(i)->text();
-        // A refresh keeps the user's selection while the object's materials stay the same.
-        if (keepSelection && names == shown && m_lstMaterials->currentRow() >= 0)
-            lstMaterials_Click();
-        else
-            ShowMaterialList();
-    } else {
-        // An actor row (or no row): the material page has nothing to show.
-        SetMaterialControlsEnabled(false);
+    gelvane::cmbFigures_Click(m_session, row);
+    {
+        // A chosen object always starts at its first material.
         const QSignalBlocker blocker(m_lstMaterials);
         m_lstMaterials->clear();
-        m_session.View.lstMaterials.clear();
-        m_session.View.lstMaterialsIndex = -1;
-        ShowThumbnails();
     }
+    refresh();
     emit objectChosen(row);
+    emit sessionChanged();
 }
 
 void MaterialPage::ShowMaterialList() {
-    const int row = m_cmbFigures->currentIndex();
+    gelvane::ShowMaterialList(m_session);
     {
         const QSignalBlocker blocker(m_lstMaterials);
         m_lstMaterials->clear();
-        m_session.View.lstMaterials.clear();
-        if (IsFigureRow(m_session, row) && !IsEmptyList(m_session.Figures[row].Materials))
-            for (const Material &material : m_session.Figures[row].Materials) {
-                m_lstMaterials->addItem(Latin1(material.Name));
-                m_session.View.lstMaterials.push_back(material.Name);
-            }
     }
-    if (m_lstMaterials->count() > 0)
-        m_lstMaterials->setCurrentRow(0); // selects it, which runs the click handling
-    else
-        lstMaterials_Click();
+    refresh();
 }
 
 void MaterialPage::lstMaterials_Click() {

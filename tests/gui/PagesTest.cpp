@@ -8,6 +8,7 @@
 #include "support/ScriptedInteraction.h"
 #include "support/TestHome.h"
 #include "windows/FileDialogs.h"
+#include "windows/MainWindowState.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -48,9 +49,8 @@ void FillTwoFigures(Session &session) {
     hair.Materials = {Named("HairMat")};
     session.Figures.push_back(hair);
     session.cmbFigures = {"Figure 1", "Hair", "actor hip"};
-    session.View.cmbFiguresIndex = 0;
-    session.View.cmbFiguresEnabled = true;
     session.View.cmdDeleteEnabled = true;
+    cmbFigures_Click(session, 0); // as an open leaves it
 }
 
 QStringList Rows(const QListWidget *list) {
@@ -178,11 +178,14 @@ void PagesTest::materialPageShowsObjectsAndMaterials() {
     QCOMPARE(session.View.lstMaterialsIndex, 0);
 
     QSignalSpy chosen(&page, &MaterialPage::objectChosen);
+    QSignalSpy changed(&page, &MaterialPage::sessionChanged);
     cmbFigures->setFocus();
     QTest::keyClick(cmbFigures, Qt::Key_Down);
     QCOMPARE(session.View.cmbFiguresIndex, 1);
     QCOMPARE(Rows(lstMaterials), QStringList({"HairMat"}));
+    QCOMPARE(session.View.lstMaterials, std::vector<std::string>{"HairMat"});
     QCOMPARE(chosen.count(), 1);
+    QCOMPARE(changed.count(), 1);
 
     // An actor row has no materials: the list empties and waits.
     QTest::keyClick(cmbFigures, Qt::Key_Down);
