@@ -15,7 +15,7 @@ namespace gelvane::test {
 class FigureTestSession : public ::testing::Test {
 protected:
     TestHome home;
-    // The map reference check marks every open as modified; these tests watch the channel load alone.
+    // The map reference check marks an open as modified; these tests watch the channel load alone.
     Settings settings = [] {
         Settings s;
         s.AutoCorrect = false;
