@@ -217,8 +217,9 @@ TEST_F(OpenFileTest, FailuresAreReportedWithTheirStep) {
         EXPECT_TRUE(session.OpenFailed) << c.bytes;
         EXPECT_NE(FailureText().find(c.expected), std::string::npos) << FailureText();
         EXPECT_EQ(ui.messages().size(), 1u);
-        if (c.kind == KindCR2) // the tail scan fails before any material is read
+        if (c.kind == KindCR2) { // the tail scan fails before any material is read
             EXPECT_TRUE(IsEmptyList(session.Figures) && session.Figures[0].Materials.size() == 1);
+        }
     }
 }
 
