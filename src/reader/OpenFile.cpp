@@ -584,8 +584,8 @@ void ReportFailure(Session &session, int number, const std::string &description,
     session.OpenFailed = true;
     // Shown in a batch run too: the batch then reports its own abort behind it.
     session.ui().MessageBox("Error in the OpenFile function\r\n" + description + ", error number " +
-                                    std::to_string(number) + "\r\nCode line number " + std::to_string(step),
-                                kProgramTitle, MsgIcon::Exclamation);
+                                std::to_string(number) + "\r\nCode line number " + std::to_string(step),
+                            kProgramTitle, MsgIcon::Exclamation);
     session.View.DisableMaterialControls();
     session.View.cmbFiguresEnabled = false;
     session.View.cmdNewMatEnabled = false;
