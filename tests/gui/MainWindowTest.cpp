@@ -105,6 +105,8 @@ private slots:
     void init() {
         m_home = std::make_unique<test::TestHome>();
         m_settings = Settings{};
+        // The map reference check marks every open as modified; these tests watch the window alone.
+        m_settings.AutoCorrect = false;
         m_ui = std::make_unique<test::ScriptedInteraction>();
         m_session = std::make_unique<Session>(m_settings, *m_ui);
         m_window = std::make_unique<MainWindow>(*m_session, m_settings);
