@@ -58,7 +58,6 @@ struct ViewState {
     // Main window entries beyond the pages.
     bool mnuFileInfoEnabled = false;   // set by the statistics scan
     bool mnuPoserEnabled = false;      // a Poser folder is configured
-    bool ChannelControlsEnabled = false; // the actor and dial lists of the morph and pose page
 };
 
 class Session {
