@@ -15,6 +15,8 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace gelvane {
 
 namespace {
@@ -64,7 +66,8 @@ QTreeWidget *NameTypeList(QWidget *parent, const char *name, const char *tip) {
     list->setSelectionMode(QAbstractItemView::ExtendedSelection);
     list->setUniformRowHeights(true);
     list->header()->setStretchLastSection(true);
-    list->setColumnWidth(0, 130);
+    list->setColumnWidth(0, 100);
+    list->setMinimumWidth(130);
     return list;
 }
 
@@ -87,6 +90,7 @@ QWidget *EnableCell(QWidget *parent, QLabel *label, QCheckBox *box) {
 PosePage::PosePage(Session &session, QWidget *parent) : QWidget(parent), m_session(session) {
     setObjectName("picOptions_1");
     auto *layout = new QHBoxLayout(this);
+    layout->setContentsMargins(6, 6, 6, 6);
     layout->addWidget(BuildLists(), 1);
     auto *right = new QVBoxLayout;
     auto *panels = new QHBoxLayout;
@@ -129,8 +133,11 @@ QWidget *PosePage::BuildLists() {
     m_cmdCreateDial = Named(new QPushButton("Create new Morph channel...", box), "cmdCreateDial");
     m_cmdZerAll =
         Named(new QPushButton("Zero everything", box), "cmdZerAll", "Set every dial value of every actor to 0.");
-    grid->addWidget(m_cmdZerAll, 3, 0);
-    grid->addWidget(m_cmdCreateDial, 3, 1);
+    // One row under both lists, so that neither list is widened by a long caption.
+    auto *commands = new QHBoxLayout;
+    commands->addWidget(m_cmdZerAll);
+    commands->addWidget(m_cmdCreateDial);
+    grid->addLayout(commands, 3, 0, 1, 2);
     grid->setRowStretch(1, 1);
 
     connect(m_lstActors, &QTreeWidget::currentItemChanged, this,
@@ -162,7 +169,8 @@ QWidget *PosePage::BuildActorPanel() {
         m_lblActorProperty[i] = Named(new QLabel(captions[i], frame), Indexed("lblActorProperty", i));
         m_chkEnable[i] = Named(new QCheckBox(frame), Indexed("chkEnable", i), kEnableTip);
         m_cmdApplyProperty[i] = Named(new QPushButton("Apply", frame), Indexed("cmdApplyProperty", i));
-        values[i]->setMinimumWidth(120);
+        m_cmdApplyProperty[i]->setMaximumWidth(56);
+        values[i]->setMinimumWidth(std::max(100, values[i]->sizeHint().width()));
         grid->addWidget(m_lblActorProperty[i], i, 0);
         grid->addWidget(values[i], i, 1);
         grid->addWidget(
@@ -190,7 +198,8 @@ QWidget *PosePage::BuildDialPanel() {
         m_chkEnableDial[i] = Named(new QCheckBox(frame), Indexed("chkEnableDial", i), kEnableTip);
         m_cmdApplyDial[i] =
             Named(new QPushButton("Apply", frame), Indexed("cmdApplyDial", i), "Apply value for selected Dial(s)");
-        values[i]->setMinimumWidth(120);
+        m_cmdApplyDial[i]->setMaximumWidth(56);
+        values[i]->setMinimumWidth(100);
         grid->addWidget(m_lblDialProperty[i], i + 1, 0);
         grid->addWidget(values[i], i + 1, 1);
         grid->addWidget(m_chkEnableDial[i], i + 1, 2, Qt::AlignHCenter);

@@ -88,6 +88,26 @@ std::vector<MapFile> *MapFinder::ListForName(std::string_view name) {
     return nullptr;
 }
 
+const std::vector<size_t> &MapFinder::Matching(const std::vector<MapFile> &list, std::string_view name) {
+    const std::vector<MapFile> *lists[] = {&TifMaps, &JpgMaps, &BmpMaps, &BumMaps, &OtherMaps};
+    const size_t which = static_cast<size_t>(std::find(std::begin(lists), std::end(lists), &list) - std::begin(lists));
+    static const std::vector<size_t> none;
+    if (which >= 5)
+        return none;
+    NameIndex &index = Indexes[which];
+    const std::string first = list.empty() ? std::string() : list[0].Name;
+    if (list.size() < index.Count || first != index.First) {
+        index.Positions.clear();
+        index.Count = 0;
+        index.First = first;
+    }
+    for (; index.Count < list.size(); ++index.Count)
+        if (!list[index.Count].Name.empty())
+            index.Positions[LCase(list[index.Count].Name)].push_back(index.Count);
+    const auto found = index.Positions.find(LCase(name));
+    return found == index.Positions.end() ? none : found->second;
+}
+
 std::string MapCacheFolder() {
     const std::string folder = JoinPath(StateFolder(), "Cache");
     CreateFolder(folder);
@@ -209,9 +229,8 @@ std::string FindFile(Session &session, std::string_view mapPath) {
             list = &finder.OtherMaps;
         line = 5;
         if (list) {
-            for (const MapFile &file : *list) {
-                if (!EqualsNoCase(file.Name, name))
-                    continue;
+            for (const size_t position : finder.Matching(*list, name)) {
+                const MapFile &file = (*list)[position];
                 const std::string path = JoinMapPath(file.Folder, file.Name);
                 if (FileExists(path))
                     AppendText(matches, ShortMapPath(settings.PoserFolder, path, fullPaths));

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace gelvane {
@@ -40,6 +41,17 @@ struct MapFinder {
 
     // The list a file name enters by its last four characters, or nullptr.
     std::vector<MapFile> *ListForName(std::string_view name);
+
+    // Positions of each lower-cased name in one list, brought up to date on use, so that a
+    // lookup finds its matches, in list order, without comparing every element.
+    struct NameIndex {
+        size_t Count = 0;
+        std::string First;
+        std::unordered_map<std::string, std::vector<size_t>> Positions;
+    };
+    NameIndex Indexes[5];
+    // The positions in `list` (one of the five) whose Name equals `name` without regard to case.
+    const std::vector<size_t> &Matching(const std::vector<MapFile> &list, std::string_view name);
 
     // Cache files already read in this run, re-read when their size or time changes.
     struct CacheText {

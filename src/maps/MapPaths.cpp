@@ -65,6 +65,14 @@ std::string ShortMapPath(std::string_view poserFolder, std::string_view path, bo
 }
 
 std::optional<std::string> LocateMapFile(std::string_view poserFolder, std::string_view fullPath) {
+    // FullMapPath lower-cases the Poser folder too; resolving it as configured spares a
+    // case-insensitive search through each of its parents.
+    const size_t n = poserFolder.size();
+    if (n > 0 && fullPath.size() > n && (fullPath[n] == '\\' || fullPath[n] == '/') &&
+        EqualsNoCase(fullPath.substr(0, n), poserFolder)) {
+        if (auto poser = ResolvePath(poserFolder))
+            return ResolvePath(JoinPath(*poser, fullPath.substr(n)));
+    }
     if (auto real = ResolvePath(fullPath))
         return real;
     const bool drivePath = fullPath.size() >= 3 && std::isalpha(static_cast<unsigned char>(fullPath[0])) &&

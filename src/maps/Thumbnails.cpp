@@ -347,6 +347,7 @@ ThumbnailCache &SharedThumbnails() {
 
 void ConnectThumbnails(Session &session, ThumbnailCache &cache) {
     session.LoadThumbNail = [&cache](const std::string &path) { cache.LoadThumbNail(path, 0); };
+    session.ResetThumbnails = [&cache] { cache.Clear(0); };
 }
 
 PreviewChoice PreviewSelectedFile(const std::string &path) {

@@ -115,7 +115,8 @@ private:
 // The one cache of the running program (the main window's image lists).
 ThumbnailCache &SharedThumbnails();
 
-// Makes the session's map readers cache a thumbnail of each map in list 0.
+// Makes the session's map readers cache a thumbnail of each map in list 0, and a
+// fresh open empty that list back to its fixed images.
 void ConnectThumbnails(Session &session, ThumbnailCache &cache = SharedThumbnails());
 
 // What the open dialog's preview shows for a selected path.

@@ -4,6 +4,7 @@
 #include "maps/MapPaths.h"
 #include "maps/ThumbnailImage.h"
 #include "model/Session.h"
+#include "windows/MainWindowState.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -128,19 +129,30 @@ QString Indexed(const char *name, int index) {
 
 // True when the row stands for a Figure (rows behind the last one are actors).
 bool IsFigureRow(const Session &session, int row) {
-    return row >= 0 && row < static_cast<int>(session.Figures.size()) && !IsEmptyList(session.Figures);
+    return row >= 0 && row < static_cast<int>(session.Figures.size());
+}
+
+QStringList Rows(const QListWidget *list) {
+    QStringList rows;
+    for (int i = 0; i < list->count(); ++i)
+        rows << list->item(i)->text();
+    return rows;
 }
 
 } // namespace
 
 MaterialPage::MaterialPage(Session &session, QWidget *parent) : QWidget(parent), m_session(session) {
     setObjectName("picOptions_0");
+    // The page shows the thumbnails that the readers cache while they open a file.
+    if (!m_session.LoadThumbNail)
+        ConnectThumbnails(m_session);
     Build();
     SetMaterialControlsEnabled(false);
 }
 
 void MaterialPage::Build() {
     auto *layout = new QHBoxLayout(this);
+    layout->setContentsMargins(6, 6, 6, 6);
     layout->addWidget(BuildListColumn());
     layout->addWidget(BuildPropertyColumn(), 1);
 }
@@ -209,10 +221,17 @@ QWidget *MaterialPage::BuildListColumn() {
 
 QWidget *MaterialPage::BuildPropertyColumn() {
     auto *column = new QWidget(this);
-    auto *grid = new QGridLayout(column);
-    grid->setContentsMargins(0, 0, 0, 0);
+    auto *halves = new QHBoxLayout(column);
+    halves->setContentsMargins(0, 0, 0, 0);
+    halves->setSpacing(14);
+    auto *grid = new QGridLayout;
     grid->setHorizontalSpacing(6);
-    grid->setVerticalSpacing(3);
+    grid->setVerticalSpacing(4);
+    auto *maps = new QGridLayout;
+    maps->setHorizontalSpacing(4);
+    maps->setVerticalSpacing(2);
+    halves->addLayout(grid, 1);
+    halves->addLayout(maps);
 
     for (int i = 0; i < 18; ++i) {
         m_lblOpen[i] =
@@ -226,17 +245,19 @@ QWidget *MaterialPage::BuildPropertyColumn() {
         m_lblClose[i]->setEnabled(false);
     }
     // Both labels of a property share one cell; only one of them is ever visible.
-    auto placeLabels = [&](int property, int row, int col, int span = 1) {
-        grid->addWidget(m_lblOpen[property], row, col, 1, span);
-        grid->addWidget(m_lblClose[property], row, col, 1, span);
+    auto placeLabels = [&](QGridLayout *in, int property, int row, int col, int span = 1) {
+        in->addWidget(m_lblOpen[property], row, col, 1, span);
+        in->addWidget(m_lblClose[property], row, col, 1, span);
     };
+    for (int i = 2; i < 29; ++i)
+        m_cmd[i]->setMaximumWidth(i >= 10 && i <= 13 ? 32 : 64);
     for (int i = 1; i < 12; ++i)
         m_TXT[i] = Named(new QLineEdit(column), Indexed("TXT", i));
 
     // Left half: colours, numbers, strengths and the three switches.
     int row = 0;
     for (int i = 0; i < 4; ++i, ++row) {
-        placeLabels(i, row, 0);
+        placeLabels(grid, i, row, 0);
         m_SHP[i] = Named(new QFrame(column), Indexed("SHP", i),
                          QString("Select %1 for selected material(s)").arg(kProperties[i].Caption));
         m_SHP[i]->setFrameShape(QFrame::Box);
@@ -246,7 +267,7 @@ QWidget *MaterialPage::BuildPropertyColumn() {
         grid->addWidget(m_SHP[i], row, 1, Qt::AlignLeft);
     }
     for (const NumberRow &n : kNumbers) {
-        placeLabels(n.Property, row, 0);
+        placeLabels(grid, n.Property, row, 0);
         QLineEdit *box = m_TXT[n.Box];
         box->setToolTip(n.Tip);
         box->setFixedWidth(60);
@@ -278,46 +299,44 @@ QWidget *MaterialPage::BuildPropertyColumn() {
         grid->addLayout(cell, row, 0, 1, 4);
     }
     grid->setColumnStretch(2, 1);
+    grid->setRowStretch(row, 1);
 
     // Right half: the four map rows, their thumbnails and the path form switch.
-    constexpr int mapCol = 5;
-    grid->setColumnMinimumWidth(4, 12);
     int mapRow = 0;
     for (int i = 0; i < 4; ++i) {
-        placeLabels(8 + i, mapRow++, mapCol, 6);
+        placeLabels(maps, 8 + i, mapRow++, 0, 5);
         QLineEdit *box = m_TXT[8 + i];
         box->setToolTip(QString("Type path and name of the %1 for selected material(s)").arg(kMapNames[i]));
-        box->setMinimumWidth(220);
-        grid->addWidget(box, mapRow, mapCol, 1, 6);
-        ++mapRow;
+        box->setMinimumWidth(260);
+        maps->addWidget(box, mapRow++, 0, 1, 5);
         // No Map, Open, Browse, Fix, Apply.
         const int buttons[5] = {2 + i, 6 + i, 10 + i, 25 + i, 18 + i};
         for (int b = 0; b < 5; ++b)
-            grid->addWidget(m_cmd[buttons[b]], mapRow, mapCol + b);
+            maps->addWidget(m_cmd[buttons[b]], mapRow, b);
+        maps->setRowMinimumHeight(++mapRow, 6);
         ++mapRow;
     }
-    auto *thumbs = new QHBoxLayout;
+    auto *thumbs = new QGridLayout;
+    thumbs->setSpacing(4);
     for (int i = 0; i < 4; ++i) {
-        auto *cell = new QVBoxLayout;
         m_imgThumb[i] = Named(new QLabel(column), Indexed("imgThumb", i));
-        m_imgThumb[i]->setFixedSize(kThumbPixels, kThumbPixels);
+        m_imgThumb[i]->setFixedSize(kThumbPixels + 2, kThumbPixels + 2);
         m_imgThumb[i]->setFrameShape(QFrame::Box);
         m_imgThumb[i]->setAlignment(Qt::AlignCenter);
         m_lblThumb[i] = Named(new QLabel(kThumbCaptions[i], column), Indexed("lblThumb", i));
         m_lblThumb[i]->setAlignment(Qt::AlignHCenter);
-        cell->addWidget(m_imgThumb[i], 0, Qt::AlignHCenter);
-        cell->addWidget(m_lblThumb[i]);
-        thumbs->addLayout(cell);
+        thumbs->addWidget(m_imgThumb[i], (i / 2) * 2, i % 2, Qt::AlignHCenter);
+        thumbs->addWidget(m_lblThumb[i], (i / 2) * 2 + 1, i % 2);
     }
-    grid->addLayout(thumbs, mapRow++, mapCol, 1, 6);
+    maps->addLayout(thumbs, mapRow++, 0, 1, 5);
     auto *pathForm = new QHBoxLayout;
     m_chkTexture = Named(new QCheckBox(column), "chkTexture",
                          "Use absolute file references with textures, bumps, reflection maps and transparency maps");
     pathForm->addWidget(m_chkTexture);
     pathForm->addWidget(Named(new QLabel("Use full map paths", column), "lblUseFullPath"));
     pathForm->addStretch(1);
-    grid->addLayout(pathForm, mapRow++, mapCol, 1, 6);
-    grid->setRowStretch(std::max(row, mapRow), 1);
+    maps->addLayout(pathForm, mapRow++, 0, 1, 5);
+    maps->setRowStretch(mapRow, 1);
     return column;
 }
 
@@ -347,77 +366,61 @@ void MaterialPage::SetMaterialControlsEnabled(bool enabled) {
 }
 
 void MaterialPage::refresh() {
+    const ViewState &view = m_session.View;
     QStringList rows;
     for (const std::string &line : m_session.cmbFigures)
         rows << Latin1(line);
-    QStringList shown;
+    QStringList shownRows;
     for (int i = 0; i < m_cmbFigures->count(); ++i)
-        shown << m_cmbFigures->itemText(i);
-    int row = m_session.View.cmbFiguresIndex;
-    if (row < 0 || row >= rows.size())
-        row = rows.isEmpty() ? -1 : 0;
+        shownRows << m_cmbFigures->itemText(i);
     {
         const QSignalBlocker blocker(m_cmbFigures);
-        if (rows != shown) {
+        if (rows != shownRows) {
             m_cmbFigures->clear();
             m_cmbFigures->addItems(rows);
         }
-        m_cmbFigures->setCurrentIndex(row);
+        m_cmbFigures->setCurrentIndex(view.cmbFiguresIndex < rows.size() ? view.cmbFiguresIndex : -1);
     }
-    m_cmbFigures->setEnabled(!rows.isEmpty() && m_session.View.cmbFiguresEnabled &&
-                             !m_session.Options.chkNoMaterialData);
-    m_cmd[1]->setEnabled(m_session.View.cmdDeleteEnabled && !rows.isEmpty());
-    ShowObject(row, true);
+    const bool materialsOn = !m_session.Options.chkNoMaterialData;
+    m_cmbFigures->setEnabled(!rows.isEmpty() && view.cmbFiguresEnabled && materialsOn);
+    m_cmd[1]->setEnabled(view.cmdDeleteEnabled && !rows.isEmpty());
+
+    QStringList names;
+    for (const std::string &name : view.lstMaterials)
+        names << Latin1(name);
+    {
+        const QSignalBlocker blocker(m_lstMaterials);
+        // Rows that stay the same keep the user's selection.
+        if (names != Rows(m_lstMaterials)) {
+            m_lstMaterials->clear();
+            m_lstMaterials->addItems(names);
+            if (view.lstMaterialsIndex >= 0 && view.lstMaterialsIndex < names.size())
+                m_lstMaterials->setCurrentRow(view.lstMaterialsIndex);
+        }
+    }
+    SetMaterialControlsEnabled(view.MaterialControlsEnabled && materialsOn);
+    lstMaterials_Click();
 }
 
 void MaterialPage::cmbFigures_Click(int row) {
-    ShowObject(row, false);
-}
-
-void MaterialPage::ShowObject(int row, bool keepSelection) {
-    m_session.View.cmbFiguresIndex = row;
-    if (IsFigureRow(m_session, row) && !m_session.Options.chkNoMaterialData) {
-        SetMaterialControlsEnabled(true);
-        QStringList names;
-        if (!IsEmptyList(m_session.Figures[row].Materials))
-            for (const Material &material : m_session.Figures[row].Materials)
-                names << Latin1(material.Name);
-        QStringList shown;
-        for (int i = 0; i < m_lstMaterials->count(); ++i)
-            shown << m_lstMaterials->item(i)->text();
-        // A refresh keeps the user's selection while the object's materials stay the same.
-        if (keepSelection && names == shown && m_lstMaterials->currentRow() >= 0)
-            lstMaterials_Click();
-        else
-            ShowMaterialList();
-    } else {
-        // An actor row (or no row): the material page has nothing to show.
-        SetMaterialControlsEnabled(false);
+    gelvane::cmbFigures_Click(m_session, row);
+    {
+        // A chosen object always starts at its first material.
         const QSignalBlocker blocker(m_lstMaterials);
         m_lstMaterials->clear();
-        m_session.View.lstMaterials.clear();
-        m_session.View.lstMaterialsIndex = -1;
-        ShowThumbnails();
     }
+    refresh();
     emit objectChosen(row);
+    emit sessionChanged();
 }
 
 void MaterialPage::ShowMaterialList() {
-    const int row = m_cmbFigures->currentIndex();
+    gelvane::ShowMaterialList(m_session);
     {
         const QSignalBlocker blocker(m_lstMaterials);
         m_lstMaterials->clear();
-        m_session.View.lstMaterials.clear();
-        if (IsFigureRow(m_session, row) && !IsEmptyList(m_session.Figures[row].Materials))
-            for (const Material &material : m_session.Figures[row].Materials) {
-                m_lstMaterials->addItem(Latin1(material.Name));
-                m_session.View.lstMaterials.push_back(material.Name);
-            }
     }
-    if (m_lstMaterials->count() > 0)
-        m_lstMaterials->setCurrentRow(0); // selects it, which runs the click handling
-    else
-        lstMaterials_Click();
+    refresh();
 }
 
 void MaterialPage::lstMaterials_Click() {

@@ -23,9 +23,9 @@ class MaterialPage : public QWidget {
 public:
     MaterialPage(Session &session, QWidget *parent = nullptr);
 
-    // Shows the session's object rows and the selected object's materials.
+    // Shows the session's object rows and material rows (View) with their states.
     void refresh();
-    // Refills lstMaterials from the object selected in cmbFigures and selects row 0.
+    // Refills the material rows from the object selected in cmbFigures, row 0 selected.
     void ShowMaterialList();
 
     QComboBox *cmbFigures() const { return m_cmbFigures; }
@@ -33,15 +33,16 @@ public:
     QPushButton *cmd(int index) const { return m_cmd[index]; }
 
 signals:
-    // A row of cmbFigures was chosen (by the user or by refresh()).
+    // The user chose a row of cmbFigures.
     void objectChosen(int row);
+    // The page changed the session; the window redraws what depends on it.
+    void sessionChanged();
 
 private:
     void Build();
     QWidget *BuildListColumn();
     QWidget *BuildPropertyColumn();
     void cmbFigures_Click(int row);
-    void ShowObject(int row, bool keepSelection);
     void lstMaterials_Click();
     void ShowThumbnails();
     void SetMaterialControlsEnabled(bool enabled);

@@ -1,5 +1,7 @@
 #include "reader/FigureWindow.h"
 
+#include "reader/FigureSelection.h"
+
 #include <QComboBox>
 #include <QGridLayout>
 #include <QLabel>
@@ -87,6 +89,12 @@ std::optional<int> ChooseFigure(QWidget *parent, const std::vector<std::string> 
     if (window.exec() != QDialog::Accepted || window.selectedFigure() < 0)
         return std::nullopt;
     return window.selectedFigure();
+}
+
+void ShowFigureWindow(Session &session, QWidget *parent) {
+    RunFigureSelection(session, [parent](Session &, const FigureList &list) {
+        return ChooseFigure(parent, list.FigureNames, list.GeometryNames);
+    });
 }
 
 void FigureWindow::showEvent(QShowEvent *event) {

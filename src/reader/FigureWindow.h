@@ -11,6 +11,8 @@ class QRadioButton;
 
 namespace gelvane {
 
+class Session;
+
 class FigureWindow : public QDialog {
     Q_OBJECT
 public:
@@ -42,5 +44,10 @@ private:
 // figures the window takes the first one without waiting for the user.
 std::optional<int> ChooseFigure(QWidget *parent, const std::vector<std::string> &figureNames,
                                 const std::vector<std::string> &geometryNames);
+
+// The figure selection of the character in session.DialogFileName: lists its
+// figures, lets the user choose through frmFigure when there are several, and
+// opens the chosen one (materials, then the channel question).
+void ShowFigureWindow(Session &session, QWidget *parent);
 
 } // namespace gelvane

@@ -7,15 +7,9 @@
 #include "platform/Paths.h"
 #include "reader/ActorLoader.h"
 #include "reader/DeltaRemoval.h"
+#include "reader/MaterialParser.h"
 #include "reader/OpenFile.h"
 #include "reports/FileStatistics.h"
-
-#if __has_include("reader/MaterialParser.h")
-#include "reader/MaterialParser.h"
-#endif
-#if __has_include("reader/CustomMaterials.h")
-#include "reader/CustomMaterials.h"
-#endif
 
 #include <algorithm>
 
@@ -35,12 +29,6 @@ void HandToActorLoader(S &session, std::string_view part, bool singleActor, bool
         LoadActorSection(session, part, singleActor, keepActors, startTime);
     else
         LoadActorSection(session, part);
-}
-
-// The material reader's customMaterial owner, where the build has it.
-template <class S> void ReadCustomMaterialsOf(S &session, std::string_view text) {
-    if constexpr (requires { ReadCustomMaterials(session, text); })
-        ReadCustomMaterials(session, text);
 }
 
 bool IsSilentText(const std::string &commandText) {
@@ -199,7 +187,7 @@ void LoadMorphPoseData(Session &session, bool singleActor, bool sameFile, std::s
             text = suppliedText.empty() ? BodyActorFromFile(session.DialogFileName)
                                         : std::string(BodyActorText(suppliedText));
             if (text.find("material ") != std::string::npos)
-                ReadCustomMaterialsOf(session, text);
+                ReadCustomMaterials(session, text);
             if (!batch)
                 ui.ProgressValue(1);
         }

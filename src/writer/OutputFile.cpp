@@ -4,6 +4,7 @@
 #include "platform/Paths.h"
 
 #include <cstdio>
+#include <sys/stat.h>
 
 namespace gelvane {
 
@@ -18,6 +19,10 @@ OutputFile::OutputFile(std::string_view path) : m_target(path) {
     m_file = std::fopen(m_temp.c_str(), "wb");
     if (!m_file)
         Fail(ErrPathFileAccess);
+    // A replaced file keeps its permissions.
+    struct stat existing {};
+    if (::stat(m_target.c_str(), &existing) == 0 && S_ISREG(existing.st_mode))
+        ::fchmod(::fileno(m_file), existing.st_mode & 07777);
 }
 
 OutputFile::~OutputFile() {

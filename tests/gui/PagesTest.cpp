@@ -8,6 +8,7 @@
 #include "support/ScriptedInteraction.h"
 #include "support/TestHome.h"
 #include "windows/FileDialogs.h"
+#include "windows/MainWindowState.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -48,9 +49,8 @@ void FillTwoFigures(Session &session) {
     hair.Materials = {Named("HairMat")};
     session.Figures.push_back(hair);
     session.cmbFigures = {"Figure 1", "Hair", "actor hip"};
-    session.View.cmbFiguresIndex = 0;
-    session.View.cmbFiguresEnabled = true;
     session.View.cmdDeleteEnabled = true;
+    cmbFigures_Click(session, 0); // as an open leaves it
 }
 
 QStringList Rows(const QListWidget *list) {
@@ -103,6 +103,7 @@ private slots:
     void fileDialogPreviewsAndReturnsThePath();
     void figureWindowListsByNameOrGeometry();
     void figureWindowWithOneFigureClosesItself();
+    void figureWindowOpensTheChosenFigureOfATwoFigureFile();
 };
 
 void PagesTest::materialPageHasTheDesignedControls() {
@@ -177,11 +178,14 @@ void PagesTest::materialPageShowsObjectsAndMaterials() {
     QCOMPARE(session.View.lstMaterialsIndex, 0);
 
     QSignalSpy chosen(&page, &MaterialPage::objectChosen);
+    QSignalSpy changed(&page, &MaterialPage::sessionChanged);
     cmbFigures->setFocus();
     QTest::keyClick(cmbFigures, Qt::Key_Down);
     QCOMPARE(session.View.cmbFiguresIndex, 1);
     QCOMPARE(Rows(lstMaterials), QStringList({"HairMat"}));
+    QCOMPARE(session.View.lstMaterials, std::vector<std::string>{"HairMat"});
     QCOMPARE(chosen.count(), 1);
+    QCOMPARE(changed.count(), 1);
 
     // An actor row has no materials: the list empties and waits.
     QTest::keyClick(cmbFigures, Qt::Key_Down);
@@ -422,6 +426,38 @@ void PagesTest::figureWindowWithOneFigureClosesItself() {
     FigureWindow window({"Only"}, {"Only.obj"});
     QCOMPARE(window.exec(), int(QDialog::Accepted));
     QCOMPARE(window.selectedFigure(), 0);
+}
+
+void PagesTest::figureWindowOpensTheChosenFigureOfATwoFigureFile() {
+    test::TestHome home;
+    Settings settings;
+    settings.AutoCorrect = false;
+    test::ScriptedInteraction ui;
+    Session session(settings, ui);
+    session.DialogFileName = home.write("two-figures.cr2", test::ReadTestData("figures/two-figures.cr2"));
+    session.PoserFileKind = KindCR2;
+    session.MultiFigure = true;
+    ui.nextAnswer(MsgResult::No); // no channels
+
+    QStringList listed;
+    WhenModal<FigureWindow>([&](FigureWindow *window) {
+        for (int i = 0; i < window->cmbFigure()->count(); ++i)
+            listed << window->cmbFigure()->itemText(i);
+        window->cmbFigure()->setCurrentIndex(1);
+        QTest::mouseClick(window->findChild<QPushButton *>("cmdOK"), Qt::LeftButton);
+    });
+    ShowFigureWindow(session, nullptr);
+    QCOMPARE(listed, QStringList({"Tester", "Other Figure"}));
+    QVERIFY(!session.OpenFailed);
+    QVERIFY(!IsEmptyList(session.Figures));
+    QCOMPARE(session.Figures[0].Materials.size(), size_t(2));
+    QCOMPARE(session.Figures[0].Materials[0].Name, std::string("Cloth"));
+
+    // Closing the window without OK opens nothing.
+    session.Figures.assign(1, Figure{});
+    WhenModal<FigureWindow>([](FigureWindow *window) { window->reject(); });
+    ShowFigureWindow(session, nullptr);
+    QVERIFY(IsEmptyList(session.Figures));
 }
 
 QTEST_MAIN(PagesTest)

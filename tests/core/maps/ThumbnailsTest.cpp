@@ -233,6 +233,10 @@ TEST(ThumbnailCacheTest, SessionReadersFillTheMainList) {
     session.LoadThumbNail(path);
     EXPECT_TRUE(cache.Contains(path, 0));
     EXPECT_FALSE(cache.Contains(path, 1));
+    ASSERT_TRUE(session.ResetThumbnails);
+    session.ResetThumbnails();
+    EXPECT_FALSE(cache.Contains(path, 0));
+    EXPECT_TRUE(cache.Contains("Loading", 0));
 }
 
 TEST(PreviewSelection, PicturesPoserFilesAndTheRest) {

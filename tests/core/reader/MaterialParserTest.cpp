@@ -1,0 +1,157 @@
+#include "reader/MaterialParser.h"
+
+#include "app/Settings.h"
+#include "model/Failure.h"
+#include "support/ScriptedInteraction.h"
+
+#include <gtest/gtest.h>
+
+namespace gelvane {
+namespace {
+
+class MaterialParserTest : public ::testing::Test {
+protected:
+    Material Parse(const std::string &block) {
+        session.Figures.assign(1, Figure{"figure", {Material{}}});
+        ParseMaterial(session, block, 0, 0);
+        return session.Figures[0].Materials[0];
+    }
+    int FailureOf(const std::string &block) {
+        try {
+            Parse(block);
+        } catch (const Failure &f) {
+            return f.Number;
+        }
+        return 0;
+    }
+
+    Settings settings;
+    test::ScriptedInteraction ui;
+    Session session{settings, ui};
+};
+
+TEST_F(MaterialParserTest, ConvertsEveryLineToTheModelsUnits) {
+    const Material m = Parse("material skin\n{\nKdColor 0.5 0.5 0.5 1 \nKaColor 0 0.2 1 1 \nKsColor 1 1 1 1 \n"
+                             "ReflectionColor 0.1 0.1 0.1 1 \nTextureColor 1 1 1 0.75 \nNsExponent 40 \n"
+                             "tMin 0.125 \ntMax 1 \ntExpo 0.6 \nbumpStrength 1.5 \nreflectionStrength 0.3 \n"
+                             "ksIgnoreTexture 1 \nreflectThruLights 0 \nreflectThruKd 1 \n"
+                             "textureMap \"C:\\My Maps\\skin map.jpg\"\n0 0 \nbumpMap NO_MAP\n"
+                             "reflectionMap no_map\n}");
+    EXPECT_EQ(m.KdColor, (Rgb{128, 128, 128})); // 127.5 goes to the even 128
+    EXPECT_EQ(m.KaColor, (Rgb{0, 51, 255}));
+    EXPECT_EQ(m.KsColor, (Rgb{255, 255, 255}));
+    EXPECT_EQ(m.ReflectionColor, (Rgb{26, 26, 26}));
+    EXPECT_EQ(m.TextureColor, "75");
+    EXPECT_EQ(m.NsExponent, 61);
+    EXPECT_EQ(m.tMin, 12); // 12.5 to even
+    EXPECT_EQ(m.tMax, 100);
+    EXPECT_FLOAT_EQ(m.tExpo, 0.6f);
+    EXPECT_EQ(m.bumpStrength, "150");
+    EXPECT_EQ(m.reflectionStrength, "30");
+    EXPECT_TRUE(m.ksIgnoreTexture);
+    EXPECT_FALSE(m.reflectThruLights);
+    EXPECT_TRUE(m.reflectThruKd);
+    EXPECT_EQ(m.textureMap, "C:\\My Maps\\skin map.jpg");
+    EXPECT_EQ(m.bumpMap, "NO_MAP");
+    EXPECT_EQ(m.reflectionMap, "no_map"); // kept as the file has it
+    EXPECT_EQ(m.transparencyMap, "NO_MAP");
+    EXPECT_TRUE(m.KdColorEnabled && m.KaColorEnabled && m.KsColorEnabled && m.ReflectionColorEnabled);
+    EXPECT_TRUE(m.TextureColorEnabled && m.bumpStrengthEnabled && m.reflectionStrengthEnabled);
+    EXPECT_TRUE(m.NsExponentEnabled && m.tMinEnabled && m.tMaxEnabled && m.tExpoEnabled);
+    EXPECT_TRUE(m.ksIgnoreTextureEnabled && m.reflectThruLightsEnabled && m.reflectThruKdEnabled);
+    EXPECT_TRUE(m.textureMapEnabled && m.bumpMapEnabled && m.reflectionMapEnabled);
+    EXPECT_FALSE(m.transparencyMapEnabled);
+}
+
+TEST_F(MaterialParserTest, MissingLinesKeepDefaultsAndFlagsOff) {
+    const Material m = Parse("material bare\n{\n}");
+    EXPECT_EQ(m.KdColor, Rgb{});
+    EXPECT_EQ(m.NsExponent, 1);
+    EXPECT_EQ(m.TextureColor, "0");
+    EXPECT_EQ(m.bumpStrength, "0");
+    EXPECT_EQ(m.textureMap, "NO_MAP");
+    EXPECT_FALSE(m.KdColorEnabled || m.NsExponentEnabled || m.TextureColorEnabled || m.textureMapEnabled ||
+                 m.tExpoEnabled || m.ksIgnoreTextureEnabled);
+    EXPECT_TRUE(session.KeywordMissing);
+}
+
+TEST_F(MaterialParserTest, NsExponentIsShownAsHighlightSize) {
+    EXPECT_EQ(Parse("NsExponent 0 \n").NsExponent, 101);
+    EXPECT_TRUE(Parse("NsExponent 0 \n").NsExponentEnabled);
+    // 101 - 101 is 0: counts as a missing line.
+    const Material m = Parse("NsExponent 101 \n");
+    EXPECT_EQ(m.NsExponent, 1);
+    EXPECT_FALSE(m.NsExponentEnabled);
+}
+
+TEST_F(MaterialParserTest, ValuesBeyondTheSanityLimitBecomeZero) {
+    EXPECT_EQ(Parse("bumpStrength 10 \n").bumpStrength, "1000");
+    EXPECT_EQ(Parse("bumpStrength 10.01 \n").bumpStrength, "0");
+    EXPECT_EQ(Parse("bumpStrength 12 \n").bumpStrength, "0");
+    EXPECT_EQ(Parse("bumpStrength -10 \n").bumpStrength, "-1000");
+    EXPECT_EQ(Parse("tMin -11 \n").tMin, 0);
+    EXPECT_TRUE(Parse("bumpStrength 12 \n").bumpStrengthEnabled);
+}
+
+TEST_F(MaterialParserTest, KeywordsAreCaseSensitiveAndFoundInsideWords) {
+    EXPECT_FALSE(Parse("kdcolor 1 1 1 1 \n").KdColorEnabled);
+    EXPECT_EQ(Parse("sKdColor 1 0 0 1 \n").KdColor, (Rgb{255, 0, 0}));
+    // The first occurrence counts.
+    EXPECT_EQ(Parse("KdColor 0 0 1 1 \nKdColor 1 0 0 1 \n").KdColor, (Rgb{0, 0, 255}));
+}
+
+TEST_F(MaterialParserTest, ColourWithThreeNumbersReadsIntoTheNextLine) {
+    EXPECT_EQ(Parse("KdColor 1 0 1\n\t\tKsColor 0 0 0 1 \n").KdColor, (Rgb{255, 0, 255}));
+}
+
+TEST_F(MaterialParserTest, TextureColorTakesTheNumberBehindTheLastBlank) {
+    EXPECT_EQ(Parse("TextureColor 0 0 0 0.333 \n").TextureColor, "33");
+    EXPECT_EQ(Parse("TextureColor 0.5\n").TextureColor, "50");
+}
+
+TEST_F(MaterialParserTest, BrokenBlocksFailToTheCaller) {
+    // A value line without a line end behind it.
+    EXPECT_EQ(FailureOf("material x\n{\ntMin 1"), ErrInvalidCall);
+    EXPECT_EQ(FailureOf("textureMap \"a.jpg\""), ErrInvalidCall);
+    // A colour line with fewer than three blanks to the block's end.
+    EXPECT_EQ(FailureOf("KdColor 1 1"), ErrInvalidCall);
+    // 128.5 * 255 doesn't fit 16 bits.
+    EXPECT_EQ(FailureOf("KdColor 200 0 0 1 \n"), ErrOverflow);
+    EXPECT_EQ(FailureOf("KdColor 128 0 0 1 \n"), 0);
+}
+
+TEST_F(MaterialParserTest, ThumbnailsAreCachedForExistingMapsOnly) {
+    std::vector<std::string> cached;
+    session.LoadThumbNail = [&](const std::string &path) { cached.push_back(path); };
+    Parse("textureMap \"" GELVANE_SOURCE_DIR "/CMakeLists.txt\"\nbumpMap \"/no/such/file.jpg\"\n");
+    ASSERT_EQ(cached.size(), 1u);
+    EXPECT_NE(cached[0].find("cmakelists.txt"), std::string::npos);
+}
+
+TEST(ReadCustomMaterials, AppendsAnOwnerWithItsMaterials) {
+    Settings settings;
+    test::ScriptedInteraction ui;
+    Session session(settings, ui);
+    session.Figures.assign(1, Figure{"figure", {Material{}}});
+    ReadCustomMaterials(session,
+                        "actor lHand\r\n{\r\n\tcustomMaterial\t2\r\n\tmaterial nails \r\n\t{\r\n\tKdColor 1 0 0 1 "
+                        "\r\n\t}\r\n\tmaterial skin\r\n\t{\r\n\tNsExponent 40 \r\n\t}\r\n}");
+    ASSERT_EQ(session.Figures.size(), 2u);
+    const Figure &owner = session.Figures[1];
+    EXPECT_EQ(owner.Name, "");
+    ASSERT_EQ(owner.Materials.size(), 2u);
+    EXPECT_EQ(owner.Materials[0].Name, "nails "); // not stripped of trailing blanks
+    EXPECT_EQ(owner.Materials[0].KdColor, (Rgb{255, 0, 0}));
+    EXPECT_EQ(owner.Materials[1].Name, "skin");
+    EXPECT_EQ(owner.Materials[1].NsExponent, 61);
+
+    // An empty model takes the owner in element 0; a count of 0 can't be dimensioned.
+    session.Figures.assign(1, Figure{});
+    ReadCustomMaterials(session, "customMaterial 1\nmaterial a\n{\nKdColor 0 1 0 1 \n}");
+    ASSERT_EQ(session.Figures.size(), 1u);
+    EXPECT_EQ(session.Figures[0].Materials.at(0).KdColor, (Rgb{0, 255, 0}));
+    EXPECT_THROW(ReadCustomMaterials(session, "customMaterial 0\nmaterial a\n{\n}"), Failure);
+}
+
+} // namespace
+} // namespace gelvane

@@ -1,0 +1,279 @@
+#include "reader/OpenFile.h"
+
+#include "app/Settings.h"
+#include "model/Text.h"
+#include "support/ScriptedInteraction.h"
+#include "support/TestHome.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace gelvane {
+namespace {
+
+std::string WithLineEnds(std::string_view lf, std::string_view end) {
+    return Replace(lf, "\n", end);
+}
+
+class OpenFileTest : public ::testing::Test {
+protected:
+    // Opens `path` through the open dialog as `kind`.
+    void Open(int kind, const std::string &path) {
+        session.PoserFileKind = static_cast<int16_t>(kind);
+        ui.nextFile(path);
+        OpenFile(session);
+    }
+    void OpenText(int kind, std::string_view name, std::string_view bytes) { Open(kind, home.write(name, bytes)); }
+    std::vector<std::string> MaterialNames(size_t figure) const {
+        std::vector<std::string> names;
+        for (const Material &m : session.Figures.at(figure).Materials)
+            names.push_back(m.Name);
+        return names;
+    }
+    // The failure box's text, or empty when the open didn't fail.
+    std::string FailureText() const {
+        for (const auto &m : ui.messages())
+            if (m.Text.starts_with("Error in the OpenFile function"))
+                return m.Text;
+        return {};
+    }
+
+    test::TestHome home;
+    Settings settings;
+    test::ScriptedInteraction ui;
+    Session session{settings, ui};
+};
+
+using Names = std::vector<std::string>;
+
+class PoseLineEnds : public OpenFileTest, public ::testing::WithParamInterface<const char *> {};
+
+TEST_P(PoseLineEnds, FigureBlockAndPropBecomeOwners) {
+    const std::string lf = test::ReadTestData("reader/pose-figure-prop.pz2");
+    OpenText(KindPZ2, "Pose.pz2", WithLineEnds(lf, GetParam()));
+    ASSERT_EQ(FailureText(), "");
+    EXPECT_FALSE(session.OpenFailed);
+    ASSERT_GE(session.cmbFigures.size(), 2u);
+    EXPECT_EQ(session.cmbFigures[0], "figure");
+    EXPECT_EQ(session.cmbFigures[1], "prop hat");
+    ASSERT_EQ(session.Figures.size(), 2u);
+    EXPECT_EQ(session.Figures[0].Name, "figure");
+    EXPECT_EQ(MaterialNames(0), (Names{"skin", "Eyes"}));
+    EXPECT_EQ(session.Figures[1].Name, "prop hat");
+    EXPECT_EQ(MaterialNames(1), (Names{"hatband"}));
+
+    const Material &skin = session.Figures[0].Materials[0];
+    EXPECT_EQ(skin.KdColor, (Rgb{128, 128, 128}));
+    EXPECT_EQ(skin.NsExponent, 61);
+    EXPECT_EQ(skin.textureMap, "C:\\My Maps\\skin map.jpg");
+    EXPECT_TRUE(skin.bumpMapEnabled);
+    EXPECT_EQ(session.Figures[0].Materials[1].TextureColor, "75");
+    EXPECT_EQ(session.Figures[1].Materials[0].KdColor, (Rgb{255, 0, 0}));
+
+    EXPECT_EQ(session.FileComment, "Skin pose\r\nby tester 2");
+    EXPECT_EQ(session.FileVersion, "4.01");
+    EXPECT_EQ(session.View.Caption, "Gelvane - [Pose.pz2]");
+    EXPECT_EQ(session.View.lstMaterials, (Names{"skin", "Eyes"}));
+    EXPECT_EQ(session.View.cmbFiguresIndex, 0);
+    EXPECT_TRUE(session.View.mnuSaveEnabled && session.View.mnuSaveAsEnabled && session.View.mnuExportMTLEnabled);
+    EXPECT_TRUE(session.View.cmdDeleteEnabled);
+    EXPECT_FALSE(session.Options.chkNoMaterialData);
+    EXPECT_FALSE(session.FileModified);
+    EXPECT_EQ(session.DialogFileName, session.FileName);
+    EXPECT_FALSE(ui.ProgressVisible());
+}
+
+INSTANTIATE_TEST_SUITE_P(LineEnds, PoseLineEnds, ::testing::Values("\n", "\r\n", "\r"));
+
+TEST_F(OpenFileTest, DialogIsPreparedByKindAndRemembersTheFolder) {
+    settings.PZ2Folder = "/poses";
+    session.PoserFileKind = KindCM2;
+    OpenFile(session); // no answer queued: the dialog is cancelled
+    session.MultiFigure = true;
+    session.PoserFileKind = KindPZ2;
+    OpenFile(session);
+    ASSERT_EQ(ui.fileRequests().size(), 2u);
+    const FileDialogRequest &cm2 = ui.fileRequests()[0];
+    EXPECT_EQ(cm2.Title, "Open Camera file");
+    EXPECT_EQ(cm2.DefaultExt, "cm2");
+    EXPECT_EQ(cm2.Filter,
+              "Camera files|*.cm2|Pose files|*.pz2|Hand files|*.hd2|Face files|*.fc2|Light files|*.lt2|All files|*.*");
+    EXPECT_EQ(cm2.Flags, 6148);
+    EXPECT_EQ(cm2.InitialDir, ""); // the setting "none"
+    EXPECT_EQ(ui.fileRequests()[1].InitialDir, "/poses");
+    EXPECT_TRUE(session.OpenCancelled);
+    EXPECT_FALSE(session.MultiFigure);
+    EXPECT_TRUE(ui.messages().empty());
+
+    const std::string path = home.write("sub/p.pz2", test::ReadTestData("reader/pose-figure-prop.pz2"));
+    Open(KindPZ2, path);
+    EXPECT_FALSE(session.OpenCancelled);
+    EXPECT_EQ(session.LastFolder[KindPZ2], home.path() + "/sub");
+    OpenFile(session);
+    EXPECT_EQ(ui.fileRequests().back().InitialDir, home.path() + "/sub");
+    // The cancelled dialog leaves the model as it was.
+    EXPECT_EQ(session.Figures.size(), 2u);
+}
+
+TEST_F(OpenFileTest, CommentNeedsAMarkAndAnEnd) {
+    const std::string body = "version\n\t{\n\tnumber 4.01\n\t}\nfigure\n\t{\n\tmaterial a\n\t\t{\n\t\t}\n\t}\n}\n";
+    OpenText(KindPZ2, "a.pz2", "{\n// first line only\nversion\n\t{\n\tnumber 4.01\n\t}\n}\n");
+    EXPECT_EQ(session.FileComment, "");
+    OpenText(KindPZ2, "b.pz2", "{\nplain text\n// second # line\n\t  indented\n" + body);
+    // Marks go wherever they stand, and so do blanks at line starts.
+    EXPECT_EQ(session.FileComment, "plain text\r\nsecond  line\r\nindented");
+    OpenText(KindPZ2, "c.pz2", "{\n# comment\nfigure\n{\nmaterial a\n{\n}\n}\n}\n");
+    EXPECT_EQ(session.FileComment, "comment");
+    OpenText(KindPZ2, "d.pz2", "{\n# comment without an end {x}\n}\n");
+    EXPECT_EQ(session.FileComment, "");
+}
+
+TEST_F(OpenFileTest, VersionFollowsTheSettingsAndTheVersionBoxRule) {
+    const std::string file = "{\nversion\n{\nnumber 5.0\n}\nfigure\n{\nmaterial a\n{\n}\n}\n}\n";
+    settings.SetPoserVersion = false;
+    OpenText(KindPZ2, "v.pz2", file);
+    EXPECT_EQ(session.FileVersion, "5.0");
+    EXPECT_EQ(session.OutputVersion, "5");
+    EXPECT_EQ(session.Options.VersionText, "5.0");
+
+    settings.SetPoserVersion = true;
+    settings.PVersionNumber = "4.01";
+    OpenText(KindPZ2, "v.pz2", file);
+    EXPECT_EQ(session.OutputVersion, "4.01");
+
+    // Without "number ": the Poser 4 setting, or "4.01" when it is empty; Poser 5 takes its own.
+    const std::string noNumber = "{\nversion\n{\n}\nfigure\n{\nmaterial a\n{\n}\n}\n}\n";
+    settings.SetPoserVersion = false;
+    settings.PVersionNumber = "";
+    OpenText(KindPZ2, "n.pz2", noNumber);
+    EXPECT_EQ(session.FileVersion, "");
+    EXPECT_EQ(session.OutputVersion, "4.01");
+    session.Options.PoserFormatP5 = true;
+    settings.SetP5Version = false;
+    settings.P5VersionNumber = "6";
+    OpenText(KindPZ2, "n.pz2", noNumber);
+    EXPECT_EQ(session.OutputVersion, "6");
+}
+
+TEST_F(OpenFileTest, PoseWithoutMaterialsIsNoFailure) {
+    Open(KindPZ2, home.write("c.pz2", test::ReadTestData("reader/channels-only.pz2")));
+    EXPECT_EQ(FailureText(), "");
+    EXPECT_FALSE(session.OpenFailed);
+    ASSERT_EQ(session.Figures.size(), 1u);
+    EXPECT_EQ(session.Figures[0].Name, "");
+    EXPECT_TRUE(session.cmbFigures.empty());
+    EXPECT_TRUE(session.Options.chkNoMaterialData);
+    EXPECT_FALSE(session.Options.chkNoMaterialDataEnabled);
+    EXPECT_FALSE(session.View.mnuExportMTLEnabled);
+}
+
+TEST_F(OpenFileTest, FailuresAreReportedWithTheirStep) {
+    Open(KindPZ2, home.file("missing.pz2"));
+    EXPECT_EQ(FailureText(),
+              "Error in the OpenFile function\r\nFile not found, error number 53\r\nCode line number 10");
+    EXPECT_TRUE(session.OpenFailed);
+    EXPECT_FALSE(session.OpenCancelled);
+    EXPECT_EQ(session.DialogFileName, "");
+    EXPECT_TRUE(session.Options.chkChannels && session.Options.chkNoMaterialData);
+    EXPECT_FALSE(session.View.cmbFiguresEnabled || session.View.MaterialControlsEnabled);
+    EXPECT_FALSE(ui.ProgressVisible());
+
+    struct Case {
+        int kind;
+        std::string bytes;
+        std::string expected;
+    };
+    const std::string binary("\x01\x02\xff\x00\x7f", 5);
+    const std::vector<Case> cases = {
+        {KindPZ2, "", "Input past end of file, error number 62\r\nCode line number 10"},
+        {KindCR2, binary, "Input past end of file, error number 62"},
+        {KindCR2, "{\nversion\n{\nnumber 4\n}\nfigure\n{\nfigureType 1\nmaterial a\n{\n}\n}\n}\n",
+         "Bad record number, error number 63\r\nCode line number 29"},
+        {KindPP2, "{\nversion\n{\nnumber 4\n}\nprop p\n{\n}\ndisplayMode 1\naddActor p\n}\n",
+         "error number 5\r\nCode line number 49"},
+        {KindPZ2, "{\nversion\n{\nnumber 4\n}\nfigure\n{\nmaterial a\n{\nKdColor 200 0 0 1 \n}\n}\n}\n",
+         "Overflow, error number 6\r\nCode line number 58"},
+        {KindPZ2, "{\nversion\n{\nnumber 4\n}\nfigure\n{\nmaterial a\n{\ntMin 1}\n}\n}\n", "error number 5"},
+    };
+    for (const Case &c : cases) {
+        ui = test::ScriptedInteraction();
+        session.OpenFailed = false;
+        OpenText(c.kind, "broken.file", c.bytes);
+        EXPECT_TRUE(session.OpenFailed) << c.bytes;
+        EXPECT_NE(FailureText().find(c.expected), std::string::npos) << FailureText();
+        EXPECT_EQ(ui.messages().size(), 1u);
+    }
+}
+
+TEST_F(OpenFileTest, BatchModeFailsWithoutMessagesOrProgress) {
+    session.BatchMode = true;
+    OpenText(KindPZ2, "x.pz2", "");
+    EXPECT_TRUE(session.OpenFailed);
+    EXPECT_TRUE(ui.messages().empty());
+    EXPECT_FALSE(ui.progressEverShown());
+}
+
+TEST_F(OpenFileTest, ImportKeepsTheLoadedFilesStateAndSkipsChannels) {
+    Open(KindPZ2, home.write("first.pz2", test::ReadTestData("reader/pose-figure-prop.pz2")));
+    const std::string caption = session.View.Caption;
+    session.ImportMode = true;
+    session.Options.chkChannels = false;
+    OpenText(KindPZ2, "second.pz2", "{\nversion\n{\nnumber 6\n}\nfigure\n{\nmaterial other\n{\n}\n}\n}\n");
+    EXPECT_EQ(session.View.Caption, caption);
+    EXPECT_EQ(session.FileVersion, "4.01");
+    EXPECT_TRUE(session.FileName.ends_with("first.pz2"));
+    EXPECT_TRUE(session.FileModified);
+    EXPECT_FALSE(session.Options.chkChannels);
+    EXPECT_EQ(MaterialNames(0), (Names{"other"}));
+
+    // Import of a file without materials says so.
+    OpenText(KindPZ2, "none.pz2", test::ReadTestData("reader/channels-only.pz2"));
+    ASSERT_FALSE(ui.messages().empty());
+    EXPECT_EQ(ui.messages().back().Text, "There is no material data in the opened file");
+}
+
+TEST_F(OpenFileTest, TemplateRowOfTheDefaultIsSelected) {
+    settings.DefaultTemplate = "skin only";
+    session.View.Combo1 = {"All", "Skin Only"};
+    int loaded = -1;
+    session.LoadTemplateGroups = [&](int row) { loaded = row; };
+    Open(KindPZ2, home.write("p.pz2", test::ReadTestData("reader/pose-figure-prop.pz2")));
+    EXPECT_EQ(session.View.Combo1Index, 1);
+    EXPECT_EQ(loaded, 1);
+}
+
+TEST_F(OpenFileTest, CommandLineTextNamesTheFile) {
+    const std::string path = home.write("Cmd File.pz2", test::ReadTestData("reader/pose-figure-prop.pz2"));
+    session.CommandLineOpen = true;
+    session.CommandText = "  \"" + path + "\" ";
+    session.PoserFileKind = KindPZ2;
+    OpenFile(session);
+    EXPECT_TRUE(ui.fileRequests().empty());
+    EXPECT_FALSE(session.CommandLineOpen);
+    EXPECT_EQ(session.FileName, path);
+    EXPECT_EQ(session.Figures.size(), 2u);
+
+    // "-s " converts silently: the pose goes next to the file and the switch is reset.
+    session.CommandLineOpen = true;
+    session.CommandText = "-S " + path;
+    OpenFile(session);
+    EXPECT_FALSE(session.SilentConvert);
+    EXPECT_EQ(session.OutputPath, home.path() + "/Cmd File.pz2");
+}
+
+TEST(AddFigureLine, PutsOwnersInFrontOfActorRows) {
+    Settings settings;
+    test::ScriptedInteraction ui;
+    Session session(settings, ui);
+    AddFigureLine(session, "actor hip");
+    AddFigureLine(session, "figure");
+    AddFigureLine(session, "actor chest");
+    AddFigureLine(session, "prop hat");
+    AddFigureLine(session, "actor lHand", 3);
+    EXPECT_EQ(session.cmbFigures, (Names{"figure", "prop hat", "actor lHand", "actor hip", "actor chest"}));
+    EXPECT_ANY_THROW(AddFigureLine(session, "x", 9));
+}
+
+} // namespace
+} // namespace gelvane

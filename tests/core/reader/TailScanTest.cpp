@@ -1,0 +1,197 @@
+#include "reader/TailScan.h"
+
+#include "app/Settings.h"
+#include "model/Failure.h"
+#include "model/Text.h"
+#include "reader/OpenFile.h"
+#include "support/ScriptedInteraction.h"
+#include "support/TestHome.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+
+namespace gelvane {
+namespace {
+
+using Names = std::vector<std::string>;
+
+int FailureNumber(const std::function<void()> &run) {
+    try {
+        run();
+    } catch (const Failure &f) {
+        return f.Number;
+    }
+    return 0;
+}
+
+class TailScanTest : public ::testing::Test {
+protected:
+    void Open(int kind, const std::string &path, bool withProps = false) {
+        session.PoserFileKind = static_cast<int16_t>(kind);
+        session.MultiFigure = withProps;
+        ui.nextFile(path);
+        OpenFile(session);
+    }
+    Names MaterialNames(size_t figure) const {
+        Names names;
+        for (const Material &m : session.Figures.at(figure).Materials)
+            names.push_back(m.Name);
+        return names;
+    }
+
+    test::TestHome home;
+    Settings settings;
+    test::ScriptedInteraction ui;
+    Session session{settings, ui};
+};
+
+TEST(ReadTailUntil, TakesWholePiecesFromTheEndWithoutTheLastCharacter) {
+    std::string text(9000, '.');
+    text.replace(6500, 3, "KEY");
+    // Pieces of 2000 end one character before the end: 8999, 6999, 4999 ... the key at 6500 needs two.
+    const std::string tail = ReadTailUntil(Source::FromText(text), "KEY");
+    EXPECT_EQ(tail.size(), 4000u);
+    EXPECT_EQ(tail, text.substr(4999, 4000));
+    // A key that only a piece running past the start would reach, or no key at all.
+    text.replace(6500, 3, "...");
+    text.replace(500, 3, "KEY");
+    EXPECT_EQ(FailureNumber([&] { ReadTailUntil(Source::FromText(text), "KEY"); }), ErrBadRecordNumber);
+    EXPECT_EQ(FailureNumber([&] { ReadTailUntil(Source::FromText(text), "none"); }), ErrBadRecordNumber);
+    // The last character is never read.
+    EXPECT_EQ(FailureNumber([&] { ReadTailUntil(Source::FromText(std::string(4000, '.') + "K"), "K"); }),
+              ErrBadRecordNumber);
+    // A short source is one piece of its length - 1.
+    EXPECT_EQ(ReadTailUntil(Source::FromText("KEY and more}"), "KEY"), "KEY and more");
+    EXPECT_EQ(FailureNumber([&] { ReadTailUntil(Source::FromText("K"), "K"); }), ErrBadRecordNumber);
+}
+
+TEST(ReadHeadToBrace, GrowsInStepsUntilTheFirstBrace) {
+    EXPECT_EQ(ReadHeadToBrace(Source::FromText("{ab}cdefghij"), 5), "{ab}c");
+    EXPECT_EQ(ReadHeadToBrace(Source::FromText("{abcd}ghij"), 5), "{abcd}ghij");
+    EXPECT_EQ(ReadHeadToBrace(Source::FromText("{abcd}"), 50), "{abcd}");
+    EXPECT_EQ(FailureNumber([] { ReadHeadToBrace(Source::FromText("{ no end"), 5); }), ErrInputPastEnd);
+}
+
+TEST_F(TailScanTest, CorpusFilesOpenWithTheirMaterials) {
+    struct Case {
+        int kind;
+        const char *file;
+        const char *owner;
+        Names materials;
+        Rgb firstKd;
+        int16_t firstNs;
+    };
+    const std::vector<Case> cases = {
+        {KindCR2,
+         "sl_avatar/SL_Male.cr2",
+         "figure",
+         {"Material_lowerbody", "Material_Upperbody", "Material_Head"},
+         {103, 255, 130},
+         41},
+        {KindPP2, "sl_avatar/SL_skirt.pp2", "prop SL_skirt", {"Preview", "Material_skirt"}, {164, 132, 70}, 41},
+        {KindPP2,
+         "reality/Mesh Light.pp2",
+         "prop MeshLight",
+         {"Gobo", "ReL_Snoot", "ReL_Back", "RealityLight", "ReL_Handle", "Preview"},
+         {250, 248, 254},
+         100},
+        {KindPP2,
+         "reality/Reality IBL Sphere.pp2",
+         "prop RealityIBLSphere",
+         {"RealityIBLSphere", "Preview"},
+         {255, 255, 255},
+         101},
+        {KindPP2, "reality/Simple Plane.pp2", "prop SimplePlane", {"RealityPlane", "Preview"}, {204, 204, 204}, 91},
+    };
+    for (const Case &c : cases) {
+        const std::string path = test::CorpusPath(c.file);
+        if (!std::filesystem::exists(path))
+            GTEST_SKIP() << "corpus file missing: " << path;
+        Open(c.kind, path);
+        ASSERT_FALSE(session.OpenFailed) << c.file;
+        EXPECT_EQ(session.cmbFigures, Names{c.owner}) << c.file;
+        ASSERT_EQ(session.Figures.size(), 1u);
+        EXPECT_EQ(session.Figures[0].Name, c.owner);
+        EXPECT_EQ(MaterialNames(0), c.materials) << c.file;
+        EXPECT_EQ(session.Figures[0].Materials[0].KdColor, c.firstKd) << c.file;
+        EXPECT_EQ(session.Figures[0].Materials[0].NsExponent, c.firstNs) << c.file;
+        // Figure-like files have no channels until asked for; they save only as a new pose.
+        EXPECT_TRUE(session.Options.chkChannels);
+        EXPECT_FALSE(session.Options.chkChannelsEnabled);
+        EXPECT_FALSE(session.View.mnuSaveEnabled);
+        EXPECT_TRUE(session.View.mnuSaveAsEnabled);
+    }
+    EXPECT_EQ(session.FileVersion, "9");
+    const Material &lower = session.Figures[0].Materials[0];
+    EXPECT_TRUE(lower.textureMapEnabled);
+}
+
+TEST_F(TailScanTest, HairFileIsNamedByItsPropLine) {
+    Open(KindHR2, home.write("h.hr2", test::ReadTestData("reader/hair.hr2")));
+    ASSERT_FALSE(session.OpenFailed);
+    EXPECT_EQ(session.cmbFigures, Names{"prop hair1"});
+    EXPECT_EQ(MaterialNames(0), Names{"Hair"});
+    EXPECT_EQ(session.Figures[0].Materials[0].textureMap, ":Runtime:textures:hair.jpg");
+    EXPECT_TRUE(session.IsHairFile);
+}
+
+class PropsLineEnds : public TailScanTest, public ::testing::WithParamInterface<const char *> {};
+
+TEST_P(PropsLineEnds, CharacterWithPropsGetsOneOwnerEach) {
+    const std::string file =
+        home.write("c.cr2", Replace(test::ReadTestData("reader/figure-with-props.cr2"), "\n", GetParam()));
+    Open(KindCR2, file, true);
+    ASSERT_FALSE(session.OpenFailed) << (ui.messages().empty() ? "" : ui.messages()[0].Text);
+    // Props enter the list from the last to the first.
+    EXPECT_EQ(session.cmbFigures, (Names{"figure", "prop hat", "prop ball"}));
+    ASSERT_EQ(session.Figures.size(), 3u);
+    EXPECT_EQ(MaterialNames(0), (Names{"skin", "eyes"}));
+    EXPECT_EQ(session.Figures[1].Name, "prop hat");
+    EXPECT_EQ(MaterialNames(1), Names{"band"});
+    EXPECT_EQ(session.Figures[1].Materials[0].KdColor, (Rgb{255, 0, 0}));
+    EXPECT_EQ(MaterialNames(2), Names{"ballskin"});
+    EXPECT_FALSE(session.MultiFigure);
+
+    // Without props asked for, only the figure's tail is read.
+    Open(KindCR2, file);
+    EXPECT_EQ(session.cmbFigures, Names{"figure"});
+    EXPECT_EQ(MaterialNames(0), (Names{"skin", "eyes"}));
+}
+
+INSTANTIATE_TEST_SUITE_P(LineEnds, PropsLineEnds, ::testing::Values("\n", "\r\n", "\r"));
+
+TEST_F(TailScanTest, HugeCharacterIsReadFromItsTailOnly) {
+    // A sparse file of 3 GB: reading it whole would take seconds and gigabytes.
+    const std::string path = home.file("huge.cr2");
+    const std::string head = "{\nversion\n{\nnumber 4\n}\nfigureResFile x.obj\nactor BODY\n{\n}\n";
+    const std::string tail = "\nfigure\n{\nfigureType 1\nmaterial skin\n{\nKdColor 1 1 1 1 \n}\n}\n"
+                             "setGeomHandlerOffset 0 0 0\n}\n";
+    {
+        std::ofstream out(path, std::ios::binary);
+        out << head;
+        out.seekp(3'000'000'000LL);
+        out << tail;
+    }
+    const auto start = std::chrono::steady_clock::now();
+    Open(KindCR2, path);
+    const auto elapsed = std::chrono::steady_clock::now() - start;
+    ASSERT_FALSE(session.OpenFailed);
+    EXPECT_EQ(MaterialNames(0), Names{"skin"});
+    EXPECT_LT(elapsed, std::chrono::seconds(1));
+}
+
+TEST_F(TailScanTest, PropScanNeedsAnActorLine) {
+    Open(KindCR2,
+         home.write("n.cr2", "{\nversion\n{\nnumber 4\n}\nfigure\n{\nfigureType 1\nmaterial a\n{\n}\n}\n"
+                             "setGeomHandlerOffset 0\n}\n"),
+         true);
+    EXPECT_TRUE(session.OpenFailed);
+    ASSERT_EQ(ui.messages().size(), 1u);
+    EXPECT_NE(ui.messages()[0].Text.find("Code line number 20"), std::string::npos) << ui.messages()[0].Text;
+}
+
+} // namespace
+} // namespace gelvane
