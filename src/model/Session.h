@@ -58,6 +58,7 @@ struct ViewState {
     // Main window entries beyond the pages.
     bool mnuFileInfoEnabled = false;   // set by the statistics scan
     bool mnuPoserEnabled = false;      // a Poser folder is configured
+    bool ChannelControlsEnabled = false; // the actor and dial lists of the morph and pose page
 };
 
 // One row of the actor or dial list of the morph and pose page: the text and the "Type" column.

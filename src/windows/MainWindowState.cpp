@@ -87,6 +87,7 @@ void ResetMainWindow(Session &session) {
     view.mnuSaveEnabled = false;
     view.mnuSaveAsEnabled = false;
     view.mnuExportMTLEnabled = false;
+    view.ChannelControlsEnabled = false;
     session.Options.txtThighLength.clear();
 
     session.Actors.assign(1, Actor{});
@@ -163,6 +164,7 @@ bool chkChannels_Click(Session &session, bool checked) {
         return false;
     }
     options.chkChannels = checked;
+    session.View.ChannelControlsEnabled = !checked;
     return true;
 }
 

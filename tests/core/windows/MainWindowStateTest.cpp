@@ -92,6 +92,7 @@ TEST_F(MainWindowStateTest, BothSaveBoxesCannotBeChecked) {
     loadTwoFiguresAndActor();
     ASSERT_TRUE(chkChannels_Click(session, true));
     EXPECT_TRUE(session.Options.chkChannels);
+    EXPECT_FALSE(session.View.ChannelControlsEnabled);
     EXPECT_TRUE(session.FileModified);
 
     EXPECT_FALSE(chkNoMaterialData_Click(session, true));
