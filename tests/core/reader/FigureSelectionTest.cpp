@@ -58,7 +58,8 @@ TEST_F(FigureRun, EachFigureOpensAlone) {
     Dropped("two-figures.cr2");
     RunFigureSelection(session, Chooser(1));
     EXPECT_EQ(offered, (Strings{"Tester", "Other Figure"}));
-    EXPECT_EQ(session.cmbFigures, (Strings{"figure"}));
+    // The loaded channels add a row for each plain body part of the chosen figure.
+    EXPECT_EQ(session.cmbFigures, (Strings{"figure", "actor BODY:2", "actor chest:2"}));
     EXPECT_EQ(MaterialNames(), (Strings{"Cloth", "Buttons"}));
     EXPECT_EQ(Questions(), 2);
     EXPECT_TRUE(session.FileModified); // "Yes": the channels were loaded

@@ -60,7 +60,8 @@ TEST_F(OpenCommands, CharacterCommands) {
     // With props: the props at the head become owners, and the question comes anyway.
     Dropped("props-at-head.cr2");
     OpenCommand(session, KindCR2, true);
-    EXPECT_EQ(session.cmbFigures, (Strings{"figure", "prop ball_1"}));
+    // Its loaded channels add the row of the plain body part behind them.
+    EXPECT_EQ(session.cmbFigures, (Strings{"figure", "prop ball_1", "actor BODY:1"}));
     EXPECT_EQ(Questions(), 1);
 
     // A cancelled dialog asks nothing.
