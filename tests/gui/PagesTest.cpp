@@ -199,11 +199,26 @@ void PagesTest::materialPageShowsObjectsAndMaterials() {
     QCOMPARE(Rows(lstMaterials), QStringList({"HairMat"}));
     QVERIFY(lstMaterials->isEnabled());
 
+    // The templates of the session, and the hook that loads a chosen one.
+    std::vector<int> loaded;
+    session.LoadTemplateGroups = [&](int row) { loaded.push_back(row); };
+    session.View.Combo1 = {"Victoria", "Michael"};
+    session.View.Combo1Index = 0;
+    page.refresh();
+    auto *combo1 = page.findChild<QComboBox *>("Combo1");
+    QCOMPARE(combo1->count(), 2);
+    QVERIFY(combo1->isEnabled());
+    combo1->setFocus();
+    QTest::keyClick(combo1, Qt::Key_Down);
+    QCOMPARE(loaded, std::vector<int>{1});
+    QCOMPARE(session.View.Combo1Index, 1);
+
     // "Don't save materials" switches the page off.
     session.Options.chkNoMaterialData = true;
     page.refresh();
     QVERIFY(!cmbFigures->isEnabled());
     QVERIFY(!lstMaterials->isEnabled());
+    QVERIFY(!combo1->isEnabled());
 }
 
 void PagesTest::materialPageShowsCachedThumbnails() {
