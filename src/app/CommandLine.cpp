@@ -101,8 +101,8 @@ int RunSilentConversion(const std::string &commandText) {
     const int kind = FileKindOfCommand(commandText);
     const std::string path = SilentCommandPath(commandText);
     if (kind < 0) {
-        ui.MessageBox("Unknown file kind: " + path + "\r\n" + "Expected one of .cr2 .pz2 .pp2 .hr2 .cm2 .fc2 .hd2 .lt2",
-                      kProgramTitle, MsgIcon::Exclamation, MsgButtons::OK);
+        ui.MessageBox("Unknown file kind (not .cr2 .pz2 .pp2 .hr2 .cm2 .fc2 .hd2 .lt2): " + path, kProgramTitle,
+                      MsgIcon::Exclamation, MsgButtons::OK);
         return 2;
     }
     const std::string longPath = GetLongPath(path);

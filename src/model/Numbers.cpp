@@ -182,7 +182,10 @@ int32_t ToInt32(double value) {
 }
 
 std::string SignedText(long long value) {
-    return value < 0 ? std::to_string(value) : " " + std::to_string(value);
+    std::string text = std::to_string(value);
+    if (value >= 0)
+        text.insert(text.begin(), ' ');
+    return text;
 }
 
 } // namespace gelvane

@@ -61,6 +61,50 @@ struct ViewState {
     bool ChannelControlsEnabled = false; // the actor and dial lists of the morph and pose page
 };
 
+// One row of the actor or dial list of the morph and pose page: the text and the "Type" column.
+struct ListRow {
+    std::string Name;
+    std::string Type;
+    bool Selected = false;
+};
+
+// The morph and pose page's lists and the controls that loading channels sets.
+struct PoseView {
+    std::vector<ListRow> lstActors;
+    std::vector<ListRow> lstDials;
+    int lstActorsCurrentRow = 0; // 1-based row with the focus, 0 for none
+    int lstDialsCurrentRow = 0;
+    int16_t CurrentActor = 0; // 1-based row of the clicked actor
+    int16_t CurrentDial = 0;
+    bool chkDisableThighLengthEnabled = true;
+    bool txtThighLengthEnabled = true;
+};
+
+struct FigureStat {
+    std::string Name;
+    int16_t Materials = 0;
+};
+
+struct ActorStat {
+    std::string Name;
+    int16_t Channels = 0;
+    int16_t PoseChannels = 0;
+    int16_t MorphChannels = 0;
+    int16_t NullChannels = 0;
+    int16_t Materials = 0;
+};
+
+// The counts of the open file, rebuilt after every load.
+struct FileStatisticsRecord {
+    std::string FilePath;
+    std::vector<FigureStat> FigureStats{1};
+    std::vector<ActorStat> ActorStats;
+    int16_t TextureMaps = 0;
+    int16_t BumpMaps = 0;
+    int16_t ReflectionMaps = 0;
+    int16_t TransparencyMaps = 0;
+};
+
 class Session {
 public:
     Session(const Settings &settings, Interaction &ui);
@@ -127,6 +171,16 @@ public:
     void ClearActors() {
         Actors.assign(1, Actor{});
     }
+
+    // Channel loading: the pose page, the end of the section read (it holds across calls),
+    // the chkChannels click of the window (run on a cancelled load) and the clock in seconds.
+    PoseView Pose;
+    int64_t ActorSectionEnd = 0;
+    std::function<void()> chkChannelsClick;
+    std::function<int32_t()> SecondsClock;
+
+    // The statistics of the open file.
+    FileStatisticsRecord FileStatistics;
 
 private:
     const Settings *m_settings;

@@ -1,43 +1,25 @@
 #include "windows/MainWindow.h"
 
 #include "app/Settings.h"
-#include "maps/MapCheck.h"
+#include "channels/PosePage.h"
+#include "materials/MaterialPage.h"
 #include "model/Session.h"
 #include "model/Text.h"
+#include "platform/Desktop.h"
 #include "platform/Interaction.h"
 #include "platform/Paths.h"
+#include "reader/FigureWindow.h"
 #include "reader/MorphLoader.h"
-#include "reports/FileStatistics.h"
 #include "windows/AboutWindow.h"
 #include "windows/SaveOptionsPage.h"
-
-#if __has_include("materials/MaterialPage.h")
-#include "materials/MaterialPage.h"
-#else
-#include "windows/StandInPages.h"
-using MaterialPage = gelvane::StandInMaterialPage;
-#endif
-#if __has_include("channels/PosePage.h")
-#include "channels/PosePage.h"
-#else
-#include "windows/StandInPages.h"
-using PosePage = gelvane::StandInPosePage;
-#endif
-#if __has_include("writer/SaveCommands.h")
+#include "writer/MtlExport.h"
 #include "writer/SaveCommands.h"
-#define GELVANE_HAVE_SAVE_COMMANDS 1
-#else
-#include "writer/PoseWriter.h"
-#endif
 
 #include <QCloseEvent>
-#include <QDesktopServices>
 #include <QDragEnterEvent>
 #include <QFile>
 #include <QMenuBar>
 #include <QMimeData>
-#include <QProcess>
-#include <QStandardPaths>
 #include <QTabWidget>
 #include <QUrl>
 
@@ -45,18 +27,8 @@ namespace gelvane {
 
 namespace {
 
-constexpr const char *kHomePage = "https://gelvane.sourceforge.io/GVLHome/";
-
 QString Latin1(const std::string &text) {
     return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-void RefreshMaterialPage(QWidget *page) {
-    static_cast<MaterialPage *>(page)->refresh();
-}
-
-void RefreshPosePage(QWidget *page) {
-    static_cast<PosePage *>(page)->refresh();
 }
 
 } // namespace
@@ -113,7 +85,10 @@ void MainWindow::buildMenus() {
         });
     };
     windowEntry(mnuFile, "mnuSelSets", "Selection templates");
-    windowEntry(mnuFile, "mnuExportMTL", "Export materials (.mtl)");
+    connect(addEntry(mnuFile, "mnuExportMTL", "Export materials (.mtl)"), &QAction::triggered, this, [this] {
+        mnuExportMTL_Click(m_session);
+        refreshFromSession();
+    });
     windowEntry(mnuFile, "mnuImport", "Import data");
     windowEntry(mnuFile, "mnuFileInfo", "File Information");
     connect(addEntry(mnuFile, "mnuBatchConvert", "P4 <-> P5 batch converter"), &QAction::triggered, this,
@@ -124,16 +99,17 @@ void MainWindow::buildMenus() {
     QMenu *mnuSettings = menuBar()->addMenu("Se&ttings");
     mnuSettings->setObjectName("mnuSettings");
     windowEntry(mnuSettings, "mnuPreferences", "Preferences");
-    connect(addEntry(mnuSettings, "mnuPoser", "Run Poser"), &QAction::triggered, this, &MainWindow::mnuPoser_Click);
+    connect(addEntry(mnuSettings, "mnuPoser", "Run Poser"), &QAction::triggered, this,
+            [this] { RunPoser(m_settings.PoserFolder, m_session.ui()); });
 
     QMenu *mnuHelp = menuBar()->addMenu("&Help");
     mnuHelp->setObjectName("mnuHelp");
     connect(addEntry(mnuHelp, "mnuReadme", "License agreement", QKeySequence(Qt::Key_F1)), &QAction::triggered, this,
-            [this] { openDocument("GVLLicense.txt"); });
+            [] { OpenLicense(); });
     connect(addEntry(mnuHelp, "mnuWebSite", "Online Help", QKeySequence(Qt::Key_F2)), &QAction::triggered, this,
-            [] { QDesktopServices::openUrl(QUrl(kHomePage)); });
+            [] { OpenWebSite(); });
     connect(addEntry(mnuHelp, "mnuVHistory", "Version History", QKeySequence(Qt::Key_F3)), &QAction::triggered, this,
-            [this] { openDocument("VHistory.htm"); });
+            [] { OpenVersionHistory(); });
     mnuHelp->addSeparator()->setObjectName("mnuEmpty2");
     connect(addEntry(mnuHelp, "mnuAbout", "About", QKeySequence("Ctrl+A")), &QAction::triggered, this, [this] {
         AboutWindow about(this);
@@ -157,42 +133,51 @@ void MainWindow::buildPages() {
 
     connect(m_tbsOptions, &QTabWidget::currentChanged, this, &MainWindow::tbsOptions_Click);
     connect(m_saveOptions, &SaveOptionsPage::sessionChanged, this, &MainWindow::refreshFromSession);
-    // The pages report their own changes when they offer the signal.
-    for (QWidget *page : {m_materialPage, m_posePage})
-        if (page->metaObject()->indexOfSignal("sessionChanged()") >= 0)
-            connect(page, SIGNAL(sessionChanged()), this, SLOT(refreshFromSession()));
+    // Choosing an object changes what the menus offer, not the pages themselves.
+    connect(m_materialPage, &MaterialPage::objectChosen, this, &MainWindow::refreshMenus);
 }
 
 void MainWindow::setWindowOpener(const QString &menuName, std::function<void(QWidget *)> opener) {
     m_openers[menuName] = std::move(opener);
-    refreshFromSession();
+    refreshMenus();
 }
 
-void MainWindow::setFigureSelection(std::function<void(Session &, QWidget *)> selection) {
-    m_figureSelection = std::move(selection);
+void MainWindow::setFigureChooser(FigureChooser chooser) {
+    m_figureChooser = std::move(chooser);
 }
 
-void MainWindow::refreshFromSession() {
+FigureChooser MainWindow::figureChooser() {
+    if (m_figureChooser)
+        return m_figureChooser;
+    return
+        [this](Session &, const FigureList &list) { return ChooseFigure(this, list.FigureNames, list.GeometryNames); };
+}
+
+void MainWindow::refreshMenus() {
     const ViewState &view = m_session.View;
     setWindowTitle(Latin1(view.Caption));
     const auto enable = [this](const char *name, bool on) { m_entries.at(name)->setEnabled(on); };
     enable("mnuSave", view.mnuSaveEnabled);
     enable("mnuSaveAs", view.mnuSaveAsEnabled);
-    enable("mnuExportMTL", view.mnuExportMTLEnabled && m_openers.count("mnuExportMTL"));
+    enable("mnuExportMTL", view.mnuExportMTLEnabled);
     enable("mnuFileInfo", view.mnuFileInfoEnabled && m_openers.count("mnuFileInfo"));
     enable("mnuPoser", view.mnuPoserEnabled);
     for (const char *name : {"mnuSelSets", "mnuImport", "mnuBatchConvert", "mnuPreferences"})
         enable(name, m_openers.count(name) > 0);
-    RefreshMaterialPage(m_materialPage);
-    RefreshPosePage(m_posePage);
+}
+
+void MainWindow::refreshFromSession() {
+    refreshMenus();
+    m_materialPage->refresh();
+    m_posePage->refresh();
     m_saveOptions->refresh();
 }
 
 void MainWindow::tbsOptions_Click(int index) {
     if (index == 0 && !m_session.Options.chkNoMaterialData && m_session.View.MaterialControlsEnabled)
-        RefreshMaterialPage(m_materialPage);
+        m_materialPage->refresh();
     else if (index == 1 && !m_session.Options.chkChannels)
-        RefreshPosePage(m_posePage);
+        m_posePage->refresh();
 }
 
 void MainWindow::StartUp(const std::string &commandText) {
@@ -208,71 +193,23 @@ void MainWindow::StartUp(const std::string &commandText) {
     m_session.CommandLineOpen = true;
     m_session.CommandText = commandText;
     const OpenMenu menu = MenuOfCommandText(commandText);
-    if (menu != OpenMenu::mnuMultiFigure) {
-        if (menu != OpenMenu::None)
-            RunOpenMenu(menu);
-        return;
+    if (menu == OpenMenu::mnuMultiFigure) {
+        // A character from outside always goes through figure selection.
+        OpenCharacterFromOutside(m_session, figureChooser());
+        afterOpen();
+    } else if (menu != OpenMenu::None) {
+        RunOpenMenu(menu);
     }
-    // A character from outside always goes through figure selection.
-    const std::string path(Trim(Replace(commandText, "\"", "")));
-    if (!FileExists(path))
-        return;
-    m_session.MultiFigure = true;
-    m_session.SingleActorLoad = false;
-    m_session.DialogFileName = ResolvePath(path).value_or(std::string());
-    m_session.CommandLineOpen = false;
-    m_session.PoserFileKind = KindCR2;
-    runFigureSelection();
-    afterOpen();
 }
 
 void MainWindow::RunOpenMenu(OpenMenu menu) {
     if (menu == OpenMenu::None)
         return;
-    if (menu == OpenMenu::mnuMultiFigure && m_figureSelection) {
-        m_session.PoserFileKind = KindCR2;
-        m_session.MultiFigure = true;
-        if (!m_session.CommandLineOpen) {
-            FileDialogRequest request;
-            request.Title = "Open Character file";
-            request.DefaultExt = "cr2";
-            request.Filter = "Characters|*.cr2|All files|*.*";
-            request.Flags = 6148;
-            request.Preview = m_settings.CdlgThumb;
-            const std::string &folder = m_session.LastFolder[KindCR2];
-            request.InitialDir = !folder.empty()                  ? folder
-                                 : m_settings.CR2Folder != "none" ? m_settings.CR2Folder
-                                                                  : std::string();
-            const std::optional<std::string> chosen = m_session.ui().ChooseFile(request);
-            if (!chosen) {
-                m_session.MultiFigure = false;
-                return;
-            }
-            m_session.DialogFileName = *chosen;
-            m_session.LastFolder[KindCR2] = std::string(FolderPart(*chosen));
-        }
-        m_session.CommandLineOpen = false;
-        runFigureSelection();
-        afterOpen();
-        return;
-    }
-    OpenCommand(m_session, KindOfMenu(menu), menu == OpenMenu::mnuOpenCR2Props || menu == OpenMenu::mnuMultiFigure);
+    if (menu == OpenMenu::mnuMultiFigure)
+        MultiFigureCommand(m_session, figureChooser());
+    else
+        OpenCommand(m_session, KindOfMenu(menu), menu == OpenMenu::mnuOpenCR2Props);
     afterOpen();
-}
-
-void MainWindow::runFigureSelection() {
-    m_session.SingleActorLoad = false;
-    if (m_figureSelection) {
-        m_figureSelection(m_session, this);
-        if (!m_session.OpenCancelled) {
-            ComputeFileStatistics(m_session);
-            CheckMapReferences(m_session);
-        }
-    } else {
-        m_session.CommandLineOpen = true;
-        m_session.CommandText.clear();
-        OpenCommand(m_session, KindCR2, true);
-    }
 }
 
 void MainWindow::afterOpen() {
@@ -306,41 +243,12 @@ void MainWindow::dropEvent(QDropEvent *event) {
 }
 
 void MainWindow::mnuSave_Click() {
-#ifdef GELVANE_HAVE_SAVE_COMMANDS
     gelvane::mnuSave_Click(m_session);
-#else
-    try {
-        m_session.OutputPath = m_session.FileName;
-        WritePoseFile(m_session);
-    } catch (const std::exception &) {
-        // Saving reports nothing; the previous file stays as it was.
-    }
-#endif
     refreshFromSession();
 }
 
 void MainWindow::mnuSaveAs_Click() {
-#ifdef GELVANE_HAVE_SAVE_COMMANDS
     gelvane::mnuSaveAs_Click(m_session);
-#else
-    FileDialogRequest request;
-    request.Title = "Save as";
-    request.Filter = "Pose files|*.pz2|All files|*.*";
-    request.DefaultExt = "pz2";
-    request.Flags = 2054;
-    request.ForSave = true;
-    const std::optional<std::string> chosen = m_session.ui().ChooseFile(request);
-    if (chosen) {
-        try {
-            m_session.OutputPath = *chosen;
-            WritePoseFile(m_session);
-            m_session.FileName = *chosen;
-            m_session.View.Caption = CaptionOf(*chosen);
-            m_session.View.mnuSaveEnabled = true;
-        } catch (const std::exception &) {
-        }
-    }
-#endif
     refreshFromSession();
 }
 
@@ -351,26 +259,6 @@ void MainWindow::mnuBatchConvert_Click() {
     if (const auto opener = m_openers.find("mnuBatchConvert"); opener != m_openers.end())
         opener->second(this);
     refreshFromSession();
-}
-
-void MainWindow::mnuPoser_Click() {
-    const std::string &folder = m_settings.PoserFolder;
-    const std::optional<std::string> executable = ResolvePath(JoinPath(folder, "Poser.exe"));
-    if (!executable || !FileExists(*executable)) {
-        m_session.ui().MessageBox("Poser executable could not be found in\r\n" + folder + ".", kProgramTitle,
-                                  MsgIcon::Exclamation, MsgButtons::OK);
-        return;
-    }
-    // A Windows program runs through wine here.
-    const QString wine = QStandardPaths::findExecutable("wine");
-    if (wine.isEmpty() || !QProcess::startDetached(wine, {QFile::decodeName(executable->c_str())}))
-        m_session.ui().MessageBox("Invalid procedure call or argument, 5", kProgramTitle, MsgIcon::None,
-                                  MsgButtons::OK);
-}
-
-void MainWindow::openDocument(const QString &fileName) {
-    const QString folder = QFile::decodeName(ExecutableFolder().c_str());
-    QDesktopServices::openUrl(QUrl::fromLocalFile(folder + "/" + fileName));
 }
 
 void MainWindow::closeEvent(QCloseEvent *event) {

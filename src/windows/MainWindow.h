@@ -2,6 +2,7 @@
 // frmMain: menus, the tab strip with the three pages, the title, dropping a
 // file on the window and the closing rules. Handlers call one core operation
 // on the session and redraw from it.
+#include "reader/FigureSelection.h"
 #include "windows/MainWindowState.h"
 
 #include <QMainWindow>
@@ -15,6 +16,8 @@ namespace gelvane {
 
 struct Settings;
 class Session;
+class MaterialPage;
+class PosePage;
 class SaveOptionsPage;
 
 class MainWindow : public QMainWindow {
@@ -32,14 +35,16 @@ public:
 
     // The windows that other parts of the program provide, by the name of the
     // menu entry that opens them (mnuSelSets, mnuImport, mnuFileInfo,
-    // mnuExportMTL, mnuBatchConvert, mnuPreferences). An entry without one stays disabled.
+    // mnuBatchConvert, mnuPreferences). An entry without one stays disabled.
     void setWindowOpener(const QString &menuName, std::function<void(QWidget *owner)> opener);
-    // How the character path shows figure selection; without one the file opens as a whole.
-    void setFigureSelection(std::function<void(Session &, QWidget *owner)> selection);
+    // How a figure of a multi-figure file is chosen; frmFigure unless replaced.
+    void setFigureChooser(FigureChooser chooser);
 
 public slots:
     // Redraws menus, title and pages from the session.
     void refreshFromSession();
+    // Redraws the title and the enabled states of the menu entries.
+    void refreshMenus();
 
 protected:
     void closeEvent(QCloseEvent *event) override;
@@ -54,20 +59,18 @@ private:
     void mnuSave_Click();
     void mnuSaveAs_Click();
     void mnuBatchConvert_Click();
-    void mnuPoser_Click();
-    void openDocument(const QString &fileName);
     void afterOpen();
-    void runFigureSelection();
+    FigureChooser figureChooser();
 
     Session &m_session;
     Settings &m_settings;
     QTabWidget *m_tbsOptions = nullptr;
-    QWidget *m_materialPage = nullptr;
-    QWidget *m_posePage = nullptr;
+    MaterialPage *m_materialPage = nullptr;
+    PosePage *m_posePage = nullptr;
     SaveOptionsPage *m_saveOptions = nullptr;
     std::map<QString, QAction *> m_entries;
     std::map<QString, std::function<void(QWidget *)>> m_openers;
-    std::function<void(Session &, QWidget *)> m_figureSelection;
+    FigureChooser m_figureChooser;
 };
 
 } // namespace gelvane

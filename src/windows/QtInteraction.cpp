@@ -3,10 +3,7 @@
 #include "app/Settings.h"
 #include "windows/PleaseWaitWindow.h"
 
-#if __has_include("windows/FileDialogs.h")
 #include "windows/FileDialogs.h"
-#define GELVANE_HAVE_FILE_DIALOGS 1
-#endif
 #if __has_include("maps/ChoosePicWindow.h")
 #include "maps/ChoosePicWindow.h"
 #define GELVANE_HAVE_CHOOSE_PIC 1
@@ -15,7 +12,6 @@
 #include <QColorDialog>
 #include <QCoreApplication>
 #include <QFile>
-#include <QFileDialog>
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QStringList>
@@ -30,18 +26,6 @@ QString Latin1(const std::string &text) {
 
 std::string Bytes(const QString &text) {
     return text.toLatin1().toStdString();
-}
-
-// Paths are handed on in the file system's own encoding.
-[[maybe_unused]] std::string PathBytes(const QString &path) {
-    return QFile::encodeName(path).toStdString();
-}
-
-// The folder chooser's answer, whether it comes as an optional or as a text empty on cancel.
-[[maybe_unused]] std::optional<std::string> AsChoice(std::optional<std::string> chosen) {
-    if (chosen && chosen->empty())
-        return std::nullopt;
-    return chosen;
 }
 
 QMessageBox::Icon QtIcon(MsgIcon icon) {
@@ -61,17 +45,6 @@ QMessageBox::Icon QtIcon(MsgIcon icon) {
 }
 
 } // namespace
-
-QString QtFilterOf(const std::string &filter) {
-    const QStringList parts = Latin1(filter).split('|');
-    QStringList filters;
-    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
-        QString patterns = parts[i + 1];
-        patterns.replace(';', ' ');
-        filters << parts[i] + " (" + patterns + ")";
-    }
-    return filters.join(";;");
-}
 
 PleaseWaitWindow *QtInteraction::progressWindow() const {
     return m_progress;
@@ -128,31 +101,11 @@ std::optional<std::string> QtInteraction::InputBox(const std::string &prompt, co
 }
 
 std::optional<std::string> QtInteraction::ChooseFile(const FileDialogRequest &request) {
-#ifdef GELVANE_HAVE_FILE_DIALOGS
     return ShowFileDialog(m_owner, request, *m_settings);
-#else
-    QFileDialog dialog(m_owner, Latin1(request.Title), QFile::decodeName(request.InitialDir.c_str()),
-                       QtFilterOf(request.Filter));
-    dialog.setAcceptMode(request.ForSave ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-    dialog.setFileMode(request.ForSave ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
-    dialog.setDefaultSuffix(Latin1(request.DefaultExt));
-    if (!request.FileName.empty())
-        dialog.selectFile(QFile::decodeName(request.FileName.c_str()));
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
-        return std::nullopt;
-    return PathBytes(dialog.selectedFiles().constFirst());
-#endif
 }
 
 std::optional<std::string> QtInteraction::ChooseFolder(const std::string &start, const std::string &title) {
-#ifdef GELVANE_HAVE_FILE_DIALOGS
-    return AsChoice(ShowFolderDialog(m_owner, start, title));
-#else
-    const QString folder = QFileDialog::getExistingDirectory(m_owner, Latin1(title), QFile::decodeName(start.c_str()));
-    if (folder.isEmpty())
-        return std::nullopt;
-    return PathBytes(folder);
-#endif
+    return ShowFolderDialog(m_owner, start, title);
 }
 
 std::optional<RgbColor> QtInteraction::ChooseColor(const RgbColor &initial) {

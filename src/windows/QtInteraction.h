@@ -44,7 +44,4 @@ private:
     QPointer<PleaseWaitWindow> m_progress;
 };
 
-// "Pose files|*.pz2|All files|*.*" as a Qt name filter list.
-QString QtFilterOf(const std::string &filter);
-
 } // namespace gelvane

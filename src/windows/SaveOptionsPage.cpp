@@ -22,9 +22,6 @@ QLabel *NoteLabel(const QString &name, const QString &text, QWidget *parent) {
     label->setObjectName(name);
     label->setWordWrap(true);
     label->setIndent(22);
-    QPalette palette = label->palette();
-    palette.setColor(QPalette::WindowText, palette.color(QPalette::Disabled, QPalette::WindowText));
-    label->setPalette(palette);
     return label;
 }
 
@@ -89,7 +86,14 @@ SaveOptionsPage::SaveOptionsPage(Session &session, QWidget *parent) : QWidget(pa
     versionRow->addWidget(m_TXT0);
     versionRow->addStretch(1);
 
-    auto *layout = new QVBoxLayout(this);
+    // The options keep a readable width however wide the window grows.
+    auto *column = new QWidget(this);
+    column->setMaximumWidth(620);
+    auto *outer = new QHBoxLayout(this);
+    outer->setContentsMargins(0, 0, 0, 0);
+    outer->addWidget(column, 3);
+    outer->addStretch(1);
+    auto *layout = new QVBoxLayout(column);
     layout->setContentsMargins(12, 12, 12, 12);
     layout->setSpacing(10);
     layout->addWidget(fraFileSystem);

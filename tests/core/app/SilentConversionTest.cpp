@@ -9,6 +9,7 @@
 #include <spawn.h>
 #include <string>
 #include <sys/wait.h>
+#include <tuple>
 #include <vector>
 
 extern char **environ;
@@ -95,21 +96,28 @@ TEST(SilentConversion, OutputFollowsTheStoredFormatAndLineEnd) {
     EXPECT_NE(pose.find("shaderTree"), std::string::npos) << pose;
 }
 
-TEST(SilentConversion, EveryKindOfPoseLikeFileConverts) {
+TEST(SilentConversion, EveryDemoFileConverts) {
+    constexpr const char *kVersion = "version\r\n\t{\r\n\tnumber 4.01\r\n\t}\r\n";
     TestHome home;
-    const std::pair<const char *, const char *> files[] = {
-        {"Libraries/Hand/Demo Open Hand.hd2", "hand.hd2"},
-        {"Libraries/Face/Demo Smile.fc2", "face.fc2"},
-        {"Libraries/Light/Demo Two Lights.lt2", "light.lt2"},
-        {"Libraries/Camera/Demo Close Up.cm2", "camera.cm2"},
+    const std::tuple<const char *, const char *, const char *> files[] = {
+        {"Libraries/Hand/Demo Open Hand.hd2", "hand.hd2", kVersion},
+        {"Libraries/Face/Demo Smile.fc2", "face.fc2", kVersion},
+        {"Libraries/Light/Demo Two Lights.lt2", "light.lt2", kVersion},
+        {"Libraries/Camera/Demo Close Up.cm2", "camera.cm2", kVersion},
+        {"Libraries/Pose/Demo Wave.pz2", "wave.pz2", kVersion},
+        {"Libraries/Props/Demo/Demo Crate.pp2", "crate.pp2", "\tmaterial Bands\r\n"},
+        {"Libraries/Hair/Demo Short Hair.hr2", "hair.hr2", "prop figureHair\r\n\t{\r\n\tmaterial Hair\r\n"},
+        {"Libraries/Character/Demo/Two Mannequins.cr2", "two.cr2", "\tmaterial Suit\r\n"},
     };
-    for (const auto &[example, name] : files) {
+    for (const auto &[example, name, expected] : files) {
         SCOPED_TRACE(name);
         const std::string input = home.write(std::string("work/") + name, Example(example));
         const RunResult run = RunGelvane(home, {"-s", input});
         EXPECT_EQ(run.status, 0) << run.errors;
         const std::string stem = std::string(name).substr(0, std::string(name).size() - 3);
-        EXPECT_TRUE(home.read("work/" + stem + "pz2").starts_with("{\r\n"));
+        const std::string pose = home.read("work/" + stem + "pz2");
+        EXPECT_TRUE(pose.starts_with("{\r\n"));
+        EXPECT_NE(pose.find(expected), std::string::npos) << pose;
     }
 }
 
