@@ -140,8 +140,13 @@ QWidget *PosePage::BuildLists() {
     grid->addLayout(commands, 3, 0, 1, 2);
     grid->setRowStretch(1, 1);
 
-    connect(m_lstActors, &QTreeWidget::currentItemChanged, this,
-            [this](QTreeWidgetItem *item) { FillDialList(item ? m_lstActors->indexOfTopLevelItem(item) : -1); });
+    // Until the actor commands arrive, a click on an actor lists its dials.
+    connect(m_lstActors, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem *item) {
+        const int row = m_lstActors->indexOfTopLevelItem(item);
+        m_session.Pose.lstActorsCurrentRow = row + 1;
+        m_session.Pose.CurrentActor = static_cast<int16_t>(row + 1);
+        FillDialList(row);
+    });
     return box;
 }
 
@@ -279,28 +284,42 @@ void PosePage::SetChannelControlsEnabled(bool listsEnabled) {
         w->setEnabled(false);
 }
 
-void PosePage::refresh() {
-    {
-        const QSignalBlocker blockActors(m_lstActors);
-        m_lstActors->clear();
-        m_lstDials->clear();
-        if (!IsEmptyList(m_session.Actors))
-            for (const Actor &actor : m_session.Actors)
-                m_lstActors->addTopLevelItem(new QTreeWidgetItem({Latin1(actor.Name), Latin1(actor.Type)}));
+namespace {
+
+// Shows rows of the session in a list, with their selection and the focused row (1-based).
+void ShowRows(QTreeWidget *list, const std::vector<ListRow> &rows, int currentRow) {
+    const QSignalBlocker blocker(list);
+    list->clear();
+    for (const ListRow &row : rows) {
+        auto *item = new QTreeWidgetItem({Latin1(row.Name), Latin1(row.Type)});
+        list->addTopLevelItem(item);
+        item->setSelected(row.Selected);
     }
-    const bool any = m_lstActors->topLevelItemCount() > 0;
-    SetChannelControlsEnabled(any && !m_session.Options.chkChannels);
-    if (any)
-        m_lstActors->setCurrentItem(m_lstActors->topLevelItem(0)); // lists its dials
+    if (currentRow >= 1 && currentRow <= list->topLevelItemCount())
+        list->setCurrentItem(list->topLevelItem(currentRow - 1), 0, QItemSelectionModel::NoUpdate);
+}
+
+} // namespace
+
+void PosePage::refresh() {
+    const PoseView &pose = m_session.Pose;
+    ShowRows(m_lstActors, pose.lstActors, pose.lstActorsCurrentRow);
+    ShowRows(m_lstDials, pose.lstDials, pose.lstDialsCurrentRow);
+    SetChannelControlsEnabled(!pose.lstActors.empty() && m_session.View.ChannelControlsEnabled &&
+                              !m_session.Options.chkChannels);
+    m_chkDisableThighLength->setChecked(m_session.Options.chkDisableThighLength);
+    m_txtThighLength->setText(Latin1(m_session.Options.txtThighLength));
 }
 
 void PosePage::FillDialList(int row) {
-    m_lstDials->clear();
-    if (row < 0 || row >= static_cast<int>(m_session.Actors.size()))
-        return;
-    for (const Channel &channel : m_session.Actors[row].Channels)
-        if (!channel.Name.empty())
-            m_lstDials->addTopLevelItem(new QTreeWidgetItem({Latin1(channel.Name), Latin1(channel.Type)}));
+    PoseView &pose = m_session.Pose;
+    pose.lstDials.clear();
+    if (row >= 0 && row < static_cast<int>(m_session.Actors.size()))
+        for (const Channel &channel : m_session.Actors[static_cast<size_t>(row)].Channels)
+            if (!channel.Name.empty())
+                pose.lstDials.push_back({channel.Name, channel.Type, false});
+    pose.lstDialsCurrentRow = pose.lstDials.empty() ? 0 : 1;
+    ShowRows(m_lstDials, pose.lstDials, pose.lstDialsCurrentRow);
 }
 
 } // namespace gelvane

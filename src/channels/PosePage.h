@@ -22,9 +22,9 @@ class PosePage : public QWidget {
 public:
     PosePage(Session &session, QWidget *parent = nullptr);
 
-    // Shows the session's actors, selects the first one and lists its dials.
+    // Shows the session's actor and dial rows (Pose) with their selection.
     void refresh();
-    // Lists the channels of the actor at `row` of lstActors in lstDials.
+    // Makes the dial rows the channels of the actor at 0-based `row` and shows them.
     void FillDialList(int row);
 
     QTreeWidget *lstActors() const { return m_lstActors; }

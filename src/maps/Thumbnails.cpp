@@ -190,12 +190,8 @@ std::optional<DecodedPicture> DecodePicture(const std::string &path, bool reduce
     const std::string ext = ExtensionOf(*resolved);
     try {
         DecodedPicture out;
-        Magick::Image image;
-        image.quiet(true);
-        image.subImage(0); // the first frame or layer (a PSD's composite) is enough
-        image.subRange(1);
-        const bool jpeg = ext == "jpg" || ext == "jpeg";
-        if (jpeg && reduceLargeJpeg) {
+        std::string hint;
+        if ((ext == "jpg" || ext == "jpeg") && reduceLargeJpeg) {
             Magick::Image header;
             header.quiet(true);
             try {
@@ -205,17 +201,22 @@ std::optional<DecodedPicture> DecodePicture(const std::string &path, bool reduce
             }
             out.Width = static_cast<int>(header.columns());
             out.Height = static_cast<int>(header.rows());
-            if (std::max(out.Width, out.Height) > kThumbJpegHintPixels) {
-                const std::string hint =
-                    std::to_string(kThumbJpegHintPixels / 2) + "x" + std::to_string(kThumbJpegHintPixels / 2);
-                image.defineValue("jpeg", "size", hint);
-            }
+            if (std::max(out.Width, out.Height) > kThumbJpegHintPixels)
+                hint = std::to_string(kThumbJpegHintPixels / 2) + "x" + std::to_string(kThumbJpegHintPixels / 2);
         }
+        Magick::Image image;
+        // Each attempt starts from a fresh image, so a failed one leaves nothing behind.
+        const auto attempt = [&](const std::string &spec) {
+            image = Magick::Image();
+            image.quiet(true);
+            image.subImage(0); // the first frame or layer (a PSD's composite) is enough
+            image.subRange(1);
+            if (!hint.empty())
+                image.defineValue("jpeg", "size", hint);
+            return ReadInto(image, spec);
+        };
         // Bump files are bitmaps by content; fall back on sniffing if one isn't.
-        bool ok = ext == "bum" ? ReadInto(image, "BMP:" + *resolved) : false;
-        if (!ok)
-            ok = ReadInto(image, *resolved);
-        if (!ok)
+        if (!(ext == "bum" && attempt("BMP:" + *resolved)) && !attempt(*resolved))
             return std::nullopt;
         if (out.Width == 0) {
             out.Width = static_cast<int>(image.columns());

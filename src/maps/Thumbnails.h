@@ -96,7 +96,7 @@ public:
 
     // Lets window events run while decoding; may be empty.
     std::function<void()> DoEvents;
-    // Number of pictures decoded so far (each decode is the slow part).
+    // Number of decodes tried so far (each decode is the slow part).
     int DecodeCount() const { return m_decodes; }
 
 private:

@@ -139,6 +139,13 @@ QStringList Rows(const QListWidget *list) {
     return rows;
 }
 
+QStringList Rows(const QComboBox *list) {
+    QStringList rows;
+    for (int i = 0; i < list->count(); ++i)
+        rows << list->itemText(i);
+    return rows;
+}
+
 } // namespace
 
 MaterialPage::MaterialPage(Session &session, QWidget *parent) : QWidget(parent), m_session(session) {
@@ -215,6 +222,12 @@ QWidget *MaterialPage::BuildListColumn() {
     v->addLayout(templates);
 
     connect(m_cmbFigures, &QComboBox::activated, this, &MaterialPage::cmbFigures_Click);
+    connect(m_Combo1, &QComboBox::activated, this, [this](int row) {
+        m_session.View.Combo1Index = row;
+        if (m_session.LoadTemplateGroups)
+            m_session.LoadTemplateGroups(row);
+        emit sessionChanged();
+    });
     connect(m_lstMaterials, &QListWidget::itemSelectionChanged, this, &MaterialPage::lstMaterials_Click);
     return column;
 }
@@ -370,12 +383,9 @@ void MaterialPage::refresh() {
     QStringList rows;
     for (const std::string &line : m_session.cmbFigures)
         rows << Latin1(line);
-    QStringList shownRows;
-    for (int i = 0; i < m_cmbFigures->count(); ++i)
-        shownRows << m_cmbFigures->itemText(i);
     {
         const QSignalBlocker blocker(m_cmbFigures);
-        if (rows != shownRows) {
+        if (rows != Rows(m_cmbFigures)) {
             m_cmbFigures->clear();
             m_cmbFigures->addItems(rows);
         }
@@ -399,6 +409,19 @@ void MaterialPage::refresh() {
         }
     }
     SetMaterialControlsEnabled(view.MaterialControlsEnabled && materialsOn);
+    {
+        const QSignalBlocker blocker(m_Combo1);
+        QStringList templates;
+        for (const std::string &name : view.Combo1)
+            templates << Latin1(name);
+        if (templates != Rows(m_Combo1)) {
+            m_Combo1->clear();
+            m_Combo1->addItems(templates);
+        }
+        m_Combo1->setCurrentIndex(view.Combo1Index < templates.size() ? view.Combo1Index : -1);
+    }
+    // Templates can be chosen while nothing is loaded, not while the materials are switched off.
+    m_Combo1->setEnabled(materialsOn && (view.MaterialControlsEnabled || rows.isEmpty()));
     lstMaterials_Click();
 }
 

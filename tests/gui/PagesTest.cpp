@@ -5,6 +5,7 @@
 #include "materials/MaterialPage.h"
 #include "model/Session.h"
 #include "reader/FigureWindow.h"
+#include "reader/OpenFile.h"
 #include "support/ScriptedInteraction.h"
 #include "support/TestHome.h"
 #include "windows/FileDialogs.h"
@@ -199,11 +200,26 @@ void PagesTest::materialPageShowsObjectsAndMaterials() {
     QCOMPARE(Rows(lstMaterials), QStringList({"HairMat"}));
     QVERIFY(lstMaterials->isEnabled());
 
+    // The templates of the session, and the hook that loads a chosen one.
+    std::vector<int> loaded;
+    session.LoadTemplateGroups = [&](int row) { loaded.push_back(row); };
+    session.View.Combo1 = {"Victoria", "Michael"};
+    session.View.Combo1Index = 0;
+    page.refresh();
+    auto *combo1 = page.findChild<QComboBox *>("Combo1");
+    QCOMPARE(combo1->count(), 2);
+    QVERIFY(combo1->isEnabled());
+    combo1->setFocus();
+    QTest::keyClick(combo1, Qt::Key_Down);
+    QCOMPARE(loaded, std::vector<int>{1});
+    QCOMPARE(session.View.Combo1Index, 1);
+
     // "Don't save materials" switches the page off.
     session.Options.chkNoMaterialData = true;
     page.refresh();
     QVERIFY(!cmbFigures->isEnabled());
     QVERIFY(!lstMaterials->isEnabled());
+    QVERIFY(!combo1->isEnabled());
 }
 
 void PagesTest::materialPageShowsCachedThumbnails() {
@@ -240,6 +256,7 @@ void PagesTest::materialPageShowsCachedThumbnails() {
 
 void PagesTest::posePageListsActorsAndDials() {
     Settings settings;
+    settings.AutoCorrect = false;
     test::ScriptedInteraction ui;
     Session session(settings, ui);
     PosePage page(session);
@@ -264,28 +281,34 @@ void PagesTest::posePageListsActorsAndDials() {
     QCOMPARE(lstActors->topLevelItemCount(), 0);
     QVERIFY(!lstActors->isEnabled());
 
-    session.Actors.clear();
-    Actor body;
-    body.Name = "BODY:1";
-    body.Type = "actor";
-    body.Channels = {Channel{"xTran", "", "translateX"}, Channel{"", "", ""}, Channel{"Smile", "", "targetGeom"}};
-    Actor light;
-    light.Name = "LIGHT_1";
-    light.Type = "light";
-    light.Channels = {Channel{"kdRed", "", "kdRed"}};
-    session.Actors = {body, light};
+    // A pose with two actors, read by the channel loader.
+    test::TestHome home;
+    const std::string dial = "\t\t\t{\n\t\t\tkeys\n\t\t\t\t{\n\t\t\t\tk  0  1\n\t\t\t\t}\n\t\t\t}\n";
+    session.DialogFileName =
+        home.write("two-actors.pz2", "{\n\nversion\n\t{\n\tnumber 4.01\n\t}\nactor BODY:1\n\t{\n\tchannels\n\t\t{\n"
+                                     "\t\ttranslateX xTran\n" +
+                                         dial + "\t\ttargetGeom Smile\n" + dial +
+                                         "\t\t}\n\t}\nactor hip:1\n\t{\n\tchannels\n\t\t{\n\t\trotateX xrot\n" + dial +
+                                         "\t\t}\n\t}\n}\n");
+    session.CommandLineOpen = true;
+    session.PoserFileKind = KindPZ2;
+    OpenFile(session);
+    QVERIFY(!session.OpenFailed);
     page.refresh();
-    QCOMPARE(Rows(lstActors, 0), QStringList({"BODY:1", "LIGHT_1"}));
-    QCOMPARE(Rows(lstActors, 1), QStringList({"actor", "light"}));
+    QCOMPARE(Rows(lstActors, 0), QStringList({"BODY:1", "hip:1"}));
     QVERIFY(lstActors->isEnabled());
     QCOMPARE(lstActors->currentItem(), lstActors->topLevelItem(0));
-    // A channel without a name gets no row.
     QCOMPARE(Rows(lstDials, 0), QStringList({"xTran", "Smile"}));
     QCOMPARE(Rows(lstDials, 1), QStringList({"translateX", "targetGeom"}));
 
-    lstActors->setCurrentItem(lstActors->topLevelItem(1));
-    QCOMPARE(Rows(lstDials, 0), QStringList({"kdRed"}));
+    // A click on the second actor lists its dials.
+    page.show();
+    const QRect second = lstActors->visualItemRect(lstActors->topLevelItem(1));
+    QTest::mouseClick(lstActors->viewport(), Qt::LeftButton, {}, second.center());
+    QCOMPARE(session.Pose.CurrentActor, int16_t(2));
+    QCOMPARE(Rows(lstDials, 0), QStringList({"xrot"}));
 
+    // "Don't save morphs or poses" switches the lists off.
     session.Options.chkChannels = true;
     page.refresh();
     QVERIFY(!lstActors->isEnabled());

@@ -93,7 +93,7 @@ INSTANTIATE_TEST_SUITE_P(Pictures, ThumbnailFormats,
                                            std::pair{"a.png", ""}, std::pair{"a.gif", ""}, std::pair{"a.tif", ""},
                                            std::pair{"a.psd", ""}, std::pair{"a.pcx", ""}, std::pair{"a.tga", ""},
                                            std::pair{"a.pgm", ""}, std::pair{"bump.bum", "BMP"},
-                                           std::pair{"Upper.JPG", ""}),
+                                           std::pair{"pnginside.bum", "PNG"}, std::pair{"Upper.JPG", ""}),
                          [](const auto &info) {
                              std::string n = info.param.first;
                              for (char &c : n)
