@@ -1,5 +1,7 @@
 #include "reader/OpenFile.h"
 
+#include "windows/MainWindowState.h"
+
 #include "app/Settings.h"
 #include "model/Failure.h"
 #include "model/Text.h"
@@ -177,6 +179,9 @@ void OpenRun::Run() {
     if (s.ImportMode) {
         ResetList(s.Figures);
     } else {
+        // A fresh open must not carry over the actors of the file before, which a
+        // file without channels would otherwise write back out.
+        ResetMainWindow(s);
         s.View.ClearMaterialControls();
         if (s.ResetThumbnails)
             s.ResetThumbnails();

@@ -294,5 +294,16 @@ TEST(AddFigureLine, PutsOwnersInFrontOfActorRows) {
     EXPECT_ANY_THROW(AddFigureLine(session, "x", 9));
 }
 
+TEST_F(OpenFileTest, FreshOpenDropsTheActorsOfTheFileBefore) {
+    OpenText(KindPZ2, "wave.pz2",
+             "{\nversion\n{\nnumber 4.01\n}\nactor hip\n{\nchannels\n{\ntargetGeom Smile\n{\nkeys\n{\nk  0  0.5\n}\n}\n}\n}\n}\n");
+    ASSERT_EQ(FailureText(), "");
+    ASSERT_FALSE(IsEmptyList(session.Actors));
+    OpenText(KindPZ2, "mat.pz2", "{\nversion\n{\nnumber 4.01\n}\nfigure\n{\nmaterial Skin\n{\nKdColor 1 1 1 1\n}\n}\n}\n");
+    ASSERT_EQ(FailureText(), "");
+    EXPECT_TRUE(IsEmptyList(session.Actors));
+    EXPECT_EQ(MaterialNames(0), Names{"Skin"});
+}
+
 } // namespace
 } // namespace gelvane
