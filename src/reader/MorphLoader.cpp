@@ -49,40 +49,6 @@ void RunAfterOpen(Session &session) {
 
 } // namespace
 
-FileDialogRequest OpenDialogRequest(const Session &session, int kind) {
-    struct KindDialog {
-        const char *Title, *Ext, *Filter;
-    };
-    static const KindDialog dialogs[8] = {
-        {"Open Character file", "cr2", "Characters|*.cr2|All files|*.*"},
-        {"Open Pose file", "pz2",
-         "Pose files|*.pz2|Camera files|*.cm2|Hand files|*.hd2|Face files|*.fc2|Light files|*.lt2|All files|*.*"},
-        {"Open Prop file", "pp2", "Props|*.pp2|All files|*.*"},
-        {"Open Hair file", "hr2", "Hair|*.hr2|All files|*.*"},
-        {"Open Camera file", "cm2",
-         "Camera files|*.cm2|Pose files|*.pz2|Hand files|*.hd2|Face files|*.fc2|Light files|*.lt2|All files|*.*"},
-        {"Open Face file", "fc2",
-         "Face files|*.fc2|Pose files|*.pz2|Camera files|*.cm2|Hand files|*.hd2|Light files|*.lt2|All files|*.*"},
-        {"Open Hand file", "hd2",
-         "Hand files|*.hd2|Pose files|*.pz2|Camera files|*.cm2|Face files|*.fc2|Light files|*.lt2|All files|*.*"},
-        {"Open Light file", "lt2",
-         "Light files|*.lt2|Pose files|*.pz2|Camera files|*.cm2|Hand files|*.hd2|Face files|*.fc2|All files|*.*"},
-    };
-    const KindDialog &d = dialogs[std::clamp(kind, 0, 7)];
-    FileDialogRequest request;
-    request.Title = d.Title;
-    request.DefaultExt = d.Ext;
-    request.Filter = d.Filter;
-    const std::string &folder = session.settings().FolderOfKind(kind);
-    if (folder != "none")
-        request.InitialDir = folder;
-    if (kind >= 0 && kind < 8 && !session.LastFolder[static_cast<size_t>(kind)].empty())
-        request.InitialDir = session.LastFolder[static_cast<size_t>(kind)];
-    request.Flags = 6148;
-    request.Preview = session.settings().CdlgThumb;
-    return request;
-}
-
 bool AskLoadChannels(Session &session) {
     return session.ui().MessageBox(kLoadChannelsQuestion, kProgramTitle, MsgIcon::None, MsgButtons::YesNo) ==
            MsgResult::Yes;

@@ -20,9 +20,6 @@ inline constexpr const char *kNoMorphDataFound =
 // Texts longer than this lose their deltas piece by piece, with progress and Cancel.
 inline constexpr size_t kPiecewiseDeltasLimit = 5'000'000;
 
-// The open dialog of a kind (title, filter, default extension, starting folder).
-FileDialogRequest OpenDialogRequest(const Session &session, int kind);
-
 // Asks the channel question (Yes/No, no icon); true on Yes.
 bool AskLoadChannels(Session &session);
 

@@ -2,6 +2,7 @@
 
 #include "windows/MainWindowState.h"
 
+#include "app/CommandLine.h"
 #include "app/Settings.h"
 #include "model/Failure.h"
 #include "model/Text.h"
@@ -57,13 +58,6 @@ std::string WithoutQuotes(std::string_view text) {
         if (c != '"')
             out.push_back(c);
     return out;
-}
-
-// The on-disk form of a path; empty when any part of it doesn't exist.
-std::string LongPathOf(std::string_view path) {
-    if (path.empty())
-        return {};
-    return ResolvePath(path).value_or(std::string());
 }
 
 // Removes every run of the characters in `which` that directly follows a line feed:
@@ -237,7 +231,7 @@ bool OpenRun::ChooseSource() {
         } else {
             path = std::string(Trim(WithoutQuotes(command)));
         }
-        s.DialogFileName = LongPathOf(path);
+        s.DialogFileName = GetLongPath(path);
         s.CommandLineOpen = false;
         return true;
     }
@@ -251,19 +245,8 @@ bool OpenRun::ChooseSource() {
 
     step = 4;
     const int kind = s.PoserFileKind;
-    const KindDialog &dialog = DialogOfKind(kind);
-    FileDialogRequest request;
-    request.Title = dialog.Title;
-    request.Filter = dialog.Filter;
-    request.DefaultExt = dialog.DefaultExt;
-    const std::string &folder = settings.FolderOfKind(kind);
-    if (folder != "none")
-        request.InitialDir = folder;
-    if (!s.LastFolder[static_cast<size_t>(kind)].empty())
-        request.InitialDir = s.LastFolder[static_cast<size_t>(kind)];
+    FileDialogRequest request = OpenDialogRequest(s, kind);
     s.DialogFileName.clear();
-    request.Flags = kOpenFlags;
-    request.Preview = settings.CdlgThumb;
     const auto chosen = ui.ChooseFile(request);
     if (!chosen) {
         s.MultiFigure = false;
@@ -649,6 +632,22 @@ void FillMaterialList(Session &session) {
     for (const Material &material : session.Figures[static_cast<size_t>(index)].Materials)
         list.push_back(material.Name);
     session.View.lstMaterialsIndex = 0;
+}
+
+FileDialogRequest OpenDialogRequest(const Session &session, int kind) {
+    const KindDialog &dialog = DialogOfKind(kind);
+    FileDialogRequest request;
+    request.Title = dialog.Title;
+    request.Filter = dialog.Filter;
+    request.DefaultExt = dialog.DefaultExt;
+    const std::string &folder = session.settings().FolderOfKind(kind);
+    if (folder != "none")
+        request.InitialDir = folder;
+    if (!session.LastFolder[static_cast<size_t>(kind)].empty())
+        request.InitialDir = session.LastFolder[static_cast<size_t>(kind)];
+    request.Flags = kOpenFlags;
+    request.Preview = session.settings().CdlgThumb;
+    return request;
 }
 
 } // namespace gelvane

@@ -1,4 +1,5 @@
 #include "reader/MorphLoader.h"
+#include "reader/OpenFile.h"
 
 #include "FigureTestSession.h"
 #include "platform/Paths.h"
