@@ -100,8 +100,9 @@ bool FixMapReference(Session &session, Material &material, MapField field) {
             // Nothing knows the file: walk a folder once, then ask the finder again.
             const size_t entry = AppendChecked(finder, CheckedMap{fullPath, {}});
             ui.ProgressShow("Please wait", "Scanning folders...", -1);
+            // A Windows path into a Poser runtime belongs to our Poser folder as well.
             const bool outside = LCase(FullMapPath(poser, LCase(path))).find(LCase(poser)) == std::string::npos &&
-                                 !StartsWith(path, ":") && !StartsWith(path, "\\");
+                                 !StartsWith(path, ":") && !StartsWith(path, "\\") && WindowsPoserPart(path).empty();
             std::string root;
             if (outside) {
                 std::string start = poser + "\\Runtime\\Textures";

@@ -75,19 +75,22 @@ std::optional<std::string> LocateMapFile(std::string_view poserFolder, std::stri
     }
     if (auto real = ResolvePath(fullPath))
         return real;
-    const bool drivePath = fullPath.size() >= 3 && std::isalpha(static_cast<unsigned char>(fullPath[0])) &&
-                           fullPath[1] == ':' && (fullPath[2] == '\\' || fullPath[2] == '/');
+    const std::string_view tail = WindowsPoserPart(fullPath);
+    if (tail.empty())
+        return std::nullopt;
+    return ResolvePath(JoinPath(poserFolder, tail));
+}
+
+std::string_view WindowsPoserPart(std::string_view path) {
+    const bool drivePath = path.size() >= 3 && std::isalpha(static_cast<unsigned char>(path[0])) && path[1] == ':' &&
+                           (path[2] == '\\' || path[2] == '/');
     if (!drivePath)
-        return std::nullopt;
-    // A reference written on Windows: the part from "runtime" on is the same under our Poser folder.
-    std::string lower = LCase(fullPath);
-    for (char &c : lower)
-        if (c == '/')
-            c = '\\';
-    const size_t at = lower.find("\\runtime\\");
-    if (at == std::string::npos)
-        return std::nullopt;
-    return ResolvePath(JoinPath(poserFolder, fullPath.substr(at + 1)));
+        return {};
+    for (size_t i = 2; i + 9 <= path.size(); ++i)
+        if ((path[i] == '\\' || path[i] == '/') && EqualsNoCase(path.substr(i + 1, 7), "runtime") &&
+            (path[i + 8] == '\\' || path[i + 8] == '/'))
+            return path.substr(i + 1);
+    return {};
 }
 
 bool MapFileExists(std::string_view poserFolder, std::string_view mapPath) {

@@ -25,6 +25,9 @@ std::string ShortMapPath(std::string_view poserFolder, std::string_view path, bo
 // ("c:\program files\poser\runtime\...") that isn't found as it stands is looked for
 // under `poserFolder` from its "runtime" component on.
 std::optional<std::string> LocateMapFile(std::string_view poserFolder, std::string_view fullPath);
+// For a Windows path with a drive and a "Runtime" folder ("C:\\Poser\\Runtime\\textures\\a.jpg"),
+// the part from "Runtime" on; empty for any other text.
+std::string_view WindowsPoserPart(std::string_view path);
 // True when the reference names an existing file (not a folder).
 bool MapFileExists(std::string_view poserFolder, std::string_view mapPath);
 // `folder` + separator + `name`, with "\" only for a folder written the Windows way.

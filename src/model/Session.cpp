@@ -10,11 +10,6 @@ Session::Session(const Settings &settings, Interaction &ui) : m_settings(&settin
     Options.PoserFormatP5 = !settings.SaveAsP4;
 }
 
-void Session::SetVersionText(const std::string &text) {
-    Options.VersionText = text;
-    OutputVersion = NumberText(NumberValue(text));
-}
-
 void ViewState::ClearMaterialControls() {
     lstMaterials.clear();
     lstMaterialsIndex = -1;

@@ -163,9 +163,6 @@ public:
     // Hooks of the thumbnail image list and the template list; either may be empty.
     std::function<void()> ResetThumbnails;          // back to the fixed images, map list emptied
     std::function<void(int row)> LoadTemplateGroups; // a row of Combo1 was selected
-    // The version box: every assignment counts as a change, so OutputVersion becomes
-    // the number at the start of the text, printed back ("5.0" gives "5").
-    void SetVersionText(const std::string &text);
 
     void ClearMaterials() { ResetList(Figures); }
     void ClearActors() {

@@ -1,9 +1,9 @@
 #include "reader/DeltaRemoval.h"
 
 #include "platform/Interaction.h"
+#include "reader/ActorLoader.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cstring>
 #include <string_view>
 
@@ -48,13 +48,8 @@ size_t CutPiece(std::string &text, size_t w, size_t begin, size_t end) {
 
 } // namespace
 
-int32_t NowSeconds() {
-    using namespace std::chrono;
-    return static_cast<int32_t>(duration_cast<seconds>(steady_clock::now().time_since_epoch()).count());
-}
-
-std::string ElapsedText(int32_t startTime) {
-    const int32_t elapsed = std::max<int32_t>(0, NowSeconds() - startTime);
+std::string ElapsedText(const Session &session, int32_t startTime) {
+    const int32_t elapsed = std::max<int32_t>(0, SessionSeconds(session) - startTime);
     return "Elapsed time: " + std::to_string(elapsed / 60) + " min, " + std::to_string(elapsed % 60) + " sec";
 }
 
@@ -74,7 +69,7 @@ bool RemoveDeltas(Session &session, std::string &text, int32_t startTime) {
         ui.DoEvents();
         if (!session.BatchMode) {
             ui.ProgressValue(static_cast<int>(std::min<size_t>(k + 1, INT32_MAX)));
-            ui.ProgressDetail(ElapsedText(startTime));
+            ui.ProgressDetail(ElapsedText(session, startTime));
             if (ui.ProgressCancelling()) {
                 text = "cancel";
                 return false;

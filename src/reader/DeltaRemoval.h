@@ -15,7 +15,7 @@ namespace gelvane {
 // line-feed-only and loses its deltas block (from "deltas" + line feed to the
 // next "}" of the same piece, or the piece's end when it has none). Between
 // pieces the progress window's events run; a cancel sets `text` to "cancel"
-// and returns false. `startTime` (seconds, NowSeconds) feeds the elapsed line.
+// and returns false. `startTime` (SessionSeconds) feeds the elapsed line.
 bool RemoveDeltas(Session &session, std::string &text, int32_t startTime);
 
 // The same cut without progress, for callers that need no window.
@@ -31,9 +31,7 @@ void RemoveDeltasOneRun(std::string &text);
 // "figure" + line feed until none is left.
 void NormaliseFigureLines(std::string &text);
 
-// Seconds on a clock that the elapsed-time lines of a load compare with.
-int32_t NowSeconds();
-// "Elapsed time: M min, S sec" since `startTime`.
-std::string ElapsedText(int32_t startTime);
+// "Elapsed time: M min, S sec" since `startTime` on the session's clock.
+std::string ElapsedText(const Session &session, int32_t startTime);
 
 } // namespace gelvane

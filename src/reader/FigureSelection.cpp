@@ -5,6 +5,7 @@
 #include "model/Text.h"
 #include "platform/Interaction.h"
 #include "platform/Paths.h"
+#include "reader/ActorLoader.h"
 #include "reader/DeltaRemoval.h"
 #include "reader/MorphLoader.h"
 #include "reader/OpenFile.h"
@@ -79,7 +80,7 @@ bool LoadFigureSelection(Session &session, FigureList &list) {
     Interaction &ui = session.ui();
     try {
         ui.ProgressShow("Please wait", "Reading file...", 3);
-        const int32_t startTime = NowSeconds();
+        const int32_t startTime = SessionSeconds(session);
         list.FileText = ReadFileBytes(session.DialogFileName);
         RemoveDeltas(session, list.FileText, startTime);
         ui.ProgressMax(3);

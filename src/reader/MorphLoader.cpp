@@ -21,16 +21,6 @@ long long Pos(size_t p) {
     return static_cast<long long>(p);
 }
 
-// The actor loader takes the single-actor and keep flags and the load's start
-// time; an older form of it takes the section alone.
-template <class S>
-void HandToActorLoader(S &session, std::string_view part, bool singleActor, bool keepActors, int32_t startTime) {
-    if constexpr (requires { LoadActorSection(session, part, singleActor, keepActors, startTime); })
-        LoadActorSection(session, part, singleActor, keepActors, startTime);
-    else
-        LoadActorSection(session, part);
-}
-
 bool IsSilentText(const std::string &commandText) {
     return InStr(LCase(Trim(commandText)), "-s ") == 1;
 }
@@ -176,7 +166,7 @@ void LoadMorphPoseData(Session &session, bool singleActor, bool sameFile, std::s
         if (session.cmbFigures.size() > session.Figures.size())
             session.cmbFigures.resize(session.Figures.size());
 
-        int32_t startTime = NowSeconds();
+        const int32_t startTime = SessionSeconds(session);
         if (!batch)
             ui.ProgressShow("Please wait", "Reading file...", 6);
 
@@ -214,18 +204,18 @@ void LoadMorphPoseData(Session &session, bool singleActor, bool sameFile, std::s
         const std::string_view part = ChannelPart(text, session.DialogFileName, singleActor);
 
         if (!batch) {
-            ui.ProgressDetail(ElapsedText(startTime));
+            ui.ProgressDetail(ElapsedText(session, startTime));
             ui.ProgressValue(6);
         }
         ui.DoEvents();
         if (ui.ProgressCancelling())
             return cancelEnd();
         if (!batch) {
-            ui.ProgressDetail(ElapsedText(startTime));
+            ui.ProgressDetail(ElapsedText(session, startTime));
             ui.ProgressClose(); // the actor loader shows it again
         }
 
-        HandToActorLoader(session, part, singleActor, keepActors, startTime);
+        LoadActorSection(session, part, singleActor, keepActors, startTime);
         ApplyDisableProperties(session);
         session.FileModified = true;
     } catch (const Failure &failure) {

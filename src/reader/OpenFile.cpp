@@ -8,6 +8,7 @@
 #include "reader/ActorLoader.h"
 #include "reader/MaterialParser.h"
 #include "reader/TailScan.h"
+#include "writer/FormatOptions.h"
 #include "writer/PoseWriter.h"
 
 #include <algorithm>
@@ -313,7 +314,7 @@ void OpenRun::ReadCommentAndVersion() {
         s.OutputVersion = settings.PVersionNumber;
     if (p5 && settings.SetP5Version)
         s.OutputVersion = settings.P5VersionNumber;
-    s.SetVersionText(s.OutputVersion);
+    SetVersionText(s, s.OutputVersion);
 }
 
 void OpenRun::ReadWholeFile() {
@@ -326,7 +327,6 @@ void OpenRun::ReadWholeFile() {
     step = 35;
     const bool hasChannels = HasIgnoringControls(text, "channels{") || InStr(text, "camera ") != 0 ||
                              InStr(text, "light ") != 0 || InStr(text, "actor ") != 0 || InStr(text, "prop ") != 0;
-    bool sectionCut = false;
     auto noChannels = [&] {
         if (!s.ImportMode) {
             SetCheckedQuietly(s, s.Options.chkChannels, true);
@@ -381,7 +381,6 @@ void OpenRun::ReadWholeFile() {
             LoadActorSection(s, section);
             ApplyDisableProperties(s);
             text.erase(begin - 1, section.size());
-            sectionCut = true;
         }
     }
 
@@ -416,7 +415,6 @@ void OpenRun::ReadWholeFile() {
     }
     step = 44;
     // Without a cut the text is still the file as read and stripped: reading it afresh gives the same.
-    (void)sectionCut;
     step = 45;
     text.resize(static_cast<size_t>(Left(text, static_cast<long long>(InStrRev(text, "}")) - 1).size()));
 
@@ -566,8 +564,7 @@ void OpenRun::Finish() {
     }
     step = 66;
     if (s.Options.chkNoMaterialData && s.ImportMode) {
-        if (!s.BatchMode)
-            ui.MessageBox("There is no material data in the opened file", kProgramTitle, MsgIcon::Exclamation);
+        ui.MessageBox("There is no material data in the opened file", kProgramTitle, MsgIcon::Exclamation);
     } else if (!s.View.Combo1.empty()) {
         step = 67;
         for (size_t row = 0; row < s.View.Combo1.size(); ++row)
@@ -585,10 +582,10 @@ void OpenRun::Finish() {
 
 void ReportFailure(Session &session, int number, const std::string &description, int step) {
     session.OpenFailed = true;
-    if (!session.BatchMode)
-        session.ui().MessageBox("Error in the OpenFile function\r\n" + description + ", error number " +
-                                    std::to_string(number) + "\r\nCode line number " + std::to_string(step),
-                                kProgramTitle, MsgIcon::Exclamation);
+    // Shown in a batch run too: the batch then reports its own abort behind it.
+    session.ui().MessageBox("Error in the OpenFile function\r\n" + description + ", error number " +
+                                std::to_string(number) + "\r\nCode line number " + std::to_string(step),
+                            kProgramTitle, MsgIcon::Exclamation);
     session.View.DisableMaterialControls();
     session.View.cmbFiguresEnabled = false;
     session.View.cmdNewMatEnabled = false;

@@ -21,11 +21,13 @@ int RunGui(int argc, char **argv, const std::string &commandText) {
 
     MainWindow window(session, settings);
     ui.setOwner(&window);
+    ui.setBeforeMessage([&window] { window.refreshFromSession(); });
     window.show();
     settings = LoadSettings(ui);
     window.StartUp(commandText);
     const int status = app.exec();
     ui.setOwner(nullptr);
+    ui.setBeforeMessage({});
     return status;
 }
 

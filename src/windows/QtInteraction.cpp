@@ -56,6 +56,8 @@ QtInteraction::~QtInteraction() {
 
 MsgResult QtInteraction::MessageBox(const std::string &text, const std::string &title, MsgIcon icon,
                                     MsgButtons buttons) {
+    if (m_beforeMessage)
+        m_beforeMessage();
     QString shown = Latin1(text);
     shown.replace("\r\n", "\n");
     QMessageBox box(QtIcon(icon), Latin1(title.empty() ? std::string(kProgramTitle) : title), shown,

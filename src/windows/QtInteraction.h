@@ -4,6 +4,7 @@
 #include "platform/Interaction.h"
 
 #include <QPointer>
+#include <functional>
 
 class QWidget;
 
@@ -20,6 +21,9 @@ public:
     // The window that owns the dialogs; the progress window gives it the focus back.
     void setOwner(QWidget *owner) { m_owner = owner; }
     PleaseWaitWindow *progressWindow() const;
+    // Runs before a message box comes up, so that the window behind it shows
+    // what a running command has done so far (materials behind the channel question).
+    void setBeforeMessage(std::function<void()> beforeMessage) { m_beforeMessage = std::move(beforeMessage); }
 
     MsgResult MessageBox(const std::string &text, const std::string &title, MsgIcon icon, MsgButtons buttons) override;
     std::optional<std::string> InputBox(const std::string &prompt, const std::string &title,
@@ -42,6 +46,7 @@ private:
     const Settings *m_settings;
     QPointer<QWidget> m_owner;
     QPointer<PleaseWaitWindow> m_progress;
+    std::function<void()> m_beforeMessage;
 };
 
 } // namespace gelvane

@@ -133,17 +133,14 @@ void SaveOptionsPage::refresh() {
 
 void SaveOptionsPage::onFileSystem() {
     m_session.Options.FileSystemDOS = m_optFileSystem[0]->isChecked();
-    emit sessionChanged();
 }
 
 void SaveOptionsPage::onPoserFormat() {
     m_session.Options.PoserFormatP5 = m_optPoserFormat[1]->isChecked();
-    emit sessionChanged();
 }
 
 void SaveOptionsPage::onVersionEdited(const QString &text) {
     VersionText_Change(m_session, text.toLatin1().toStdString());
-    emit sessionChanged();
 }
 
 void SaveOptionsPage::onNoMaterialData(bool checked) {

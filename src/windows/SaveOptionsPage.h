@@ -19,7 +19,7 @@ public:
     void refresh();
 
 signals:
-    // A handler changed the session: the window redraws what depends on it.
+    // A save box changed what the other pages may show: the window redraws them.
     void sessionChanged();
 
 private:

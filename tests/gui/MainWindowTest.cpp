@@ -19,6 +19,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMessageBox>
 #include <QMimeData>
 #include <QProgressBar>
 #include <QPushButton>
@@ -105,6 +106,8 @@ private slots:
     void init() {
         m_home = std::make_unique<test::TestHome>();
         m_settings = Settings{};
+        // The map reference check marks every open as modified; these tests watch the window alone.
+        m_settings.AutoCorrect = false;
         m_ui = std::make_unique<test::ScriptedInteraction>();
         m_session = std::make_unique<Session>(m_settings, *m_ui);
         m_window = std::make_unique<MainWindow>(*m_session, m_settings);
@@ -402,6 +405,37 @@ private slots:
         QVERIFY(!ui.ProgressVisible());
         QVERIFY(IsEmptyList(session.Actors));
         session.FileModified = false;
+    }
+
+    void messageBoxesOfTheQtInteraction() {
+        QtInteraction ui(m_settings);
+        ui.setOwner(m_window.get());
+        int redraws = 0;
+        ui.setBeforeMessage([&redraws] { ++redraws; });
+        QString title, text;
+        QMessageBox::Icon icon = QMessageBox::NoIcon;
+        const auto closeBox = [&] {
+            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+            QVERIFY(box);
+            title = box->windowTitle();
+            text = box->text();
+            icon = box->icon();
+            box->close(); // like the title bar's close button
+        };
+        QTimer::singleShot(0, this, closeBox);
+        QCOMPARE(ui.MessageBox("First line\r\nsecond line", kProgramTitle, MsgIcon::Exclamation, MsgButtons::OK),
+                 MsgResult::OK);
+        QCOMPARE(title, QString("Gelvane"));
+        QCOMPARE(text, QString("First line\nsecond line"));
+        QCOMPARE(icon, QMessageBox::Warning);
+        QCOMPARE(redraws, 1);
+
+        QTimer::singleShot(0, this, closeBox);
+        QCOMPARE(ui.MessageBox("Save?", kProgramTitle, MsgIcon::None, MsgButtons::YesNo), MsgResult::No);
+        QCOMPARE(icon, QMessageBox::NoIcon);
+        QTimer::singleShot(0, this, closeBox);
+        QCOMPARE(ui.MessageBox("Save?", kProgramTitle, MsgIcon::None, MsgButtons::YesNoCancel), MsgResult::Cancel);
+        QCOMPARE(redraws, 3);
     }
 
     void aboutWindowShowsTitleAndVersion() {

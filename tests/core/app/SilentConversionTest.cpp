@@ -97,14 +97,14 @@ TEST(SilentConversion, OutputFollowsTheStoredFormatAndLineEnd) {
 }
 
 TEST(SilentConversion, EveryDemoFileConverts) {
-    constexpr const char *kVersion = "version\r\n\t{\r\n\tnumber 4.01\r\n\t}\r\n";
     TestHome home;
     const std::tuple<const char *, const char *, const char *> files[] = {
-        {"Libraries/Hand/Demo Open Hand.hd2", "hand.hd2", kVersion},
-        {"Libraries/Face/Demo Smile.fc2", "face.fc2", kVersion},
-        {"Libraries/Light/Demo Two Lights.lt2", "light.lt2", kVersion},
-        {"Libraries/Camera/Demo Close Up.cm2", "camera.cm2", kVersion},
-        {"Libraries/Pose/Demo Wave.pz2", "wave.pz2", kVersion},
+        {"Libraries/Hand/Demo Open Hand.hd2", "hand.hd2", "actor rThumb1:1\r\n\t{\r\n\tchannels\r\n"},
+        {"Libraries/Face/Demo Smile.fc2", "face.fc2",
+         "\t\ttargetGeom Blink\r\n\t\t\t{\r\n\t\t\tkeys\r\n\t\t\t\t{\r\n\t\t\t\tk  0  0.3\r\n"},
+        {"Libraries/Light/Demo Two Lights.lt2", "light.lt2", "light LIGHT_2\r\n\t{\r\n\tchannels\r\n"},
+        {"Libraries/Camera/Demo Close Up.cm2", "camera.cm2", "\t\tcamFocal focal\r\n"},
+        {"Libraries/Pose/Demo Wave.pz2", "wave.pz2", "actor rShldr:1\r\n"},
         {"Libraries/Props/Demo/Demo Crate.pp2", "crate.pp2", "\tmaterial Bands\r\n"},
         {"Libraries/Hair/Demo Short Hair.hr2", "hair.hr2", "prop figureHair\r\n\t{\r\n\tmaterial Hair\r\n"},
         {"Libraries/Character/Demo/Two Mannequins.cr2", "two.cr2", "\tmaterial Suit\r\n"},

@@ -167,6 +167,12 @@ TEST_F(MapCheckTest, WindowsReferencesResolveAgainstThePoserFolder) {
     EXPECT_EQ(texture(0, 0), ":Runtime:Textures:Skin:A.JPG");
     // A working Poser form is no file name as it stands, so it is kept as written.
     EXPECT_EQ(texture(0, 1), ":Runtime:Textures:skin:a.jpg");
+    // One that moved is searched for under Poser without asking where.
+    figure({"C:\\Program Files\\Poser\\Runtime\\textures\\Old\\a.jpg"});
+    CheckMapReferences(session);
+    EXPECT_EQ(scans(), 1);
+    EXPECT_TRUE(folderQuestions().empty());
+    EXPECT_EQ(texture(1, 0), ":Runtime:Textures:Skin:A.JPG");
 }
 
 } // namespace

@@ -99,10 +99,7 @@ TEST_F(MapFinderTest, OneFileInMemoryIsTheAnswerInPoserFormWithItsOnDiskCase) {
     poserFile("Runtime/Textures/Skin/Face.JPG");
     scan(textures());
     EXPECT_EQ(FindFile(session, ":Old:FACE.jpg"), ":Runtime:Textures:Skin:Face.JPG");
-    session.View.chkTexture = true;
-    EXPECT_EQ(FindFile(session, ":Old:FACE.jpg"), textures() + "/Skin/Face.JPG");
     // Names are compared whole: the extension only picks the list.
-    session.View.chkTexture = false;
     EXPECT_EQ(FindFile(session, ":Old:Face.jpeg"), ":Old:Face.jpeg");
     EXPECT_TRUE(ui.mapQuestions().empty());
 }

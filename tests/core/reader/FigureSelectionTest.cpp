@@ -58,7 +58,8 @@ TEST_F(FigureRun, EachFigureOpensAlone) {
     Dropped("two-figures.cr2");
     RunFigureSelection(session, Chooser(1));
     EXPECT_EQ(offered, (Strings{"Tester", "Other Figure"}));
-    EXPECT_EQ(session.cmbFigures, (Strings{"figure"}));
+    // The chosen figure's materials and actors, none of the other's.
+    EXPECT_EQ(session.cmbFigures, (Strings{"figure", "actor BODY:2", "actor chest:2"}));
     EXPECT_EQ(MaterialNames(), (Strings{"Cloth", "Buttons"}));
     EXPECT_EQ(Questions(), 2);
     EXPECT_TRUE(session.FileModified); // "Yes": the channels were loaded

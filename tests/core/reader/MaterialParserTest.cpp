@@ -75,22 +75,29 @@ TEST_F(MaterialParserTest, MissingLinesKeepDefaultsAndFlagsOff) {
     EXPECT_TRUE(session.KeywordMissing);
 }
 
-TEST_F(MaterialParserTest, NsExponentIsShownAsHighlightSize) {
-    EXPECT_EQ(Parse("NsExponent 0 \n").NsExponent, 101);
-    EXPECT_TRUE(Parse("NsExponent 0 \n").NsExponentEnabled);
-    // 101 - 101 is 0: counts as a missing line.
-    const Material m = Parse("NsExponent 101 \n");
-    EXPECT_EQ(m.NsExponent, 1);
-    EXPECT_FALSE(m.NsExponentEnabled);
-}
-
-TEST_F(MaterialParserTest, ValuesBeyondTheSanityLimitBecomeZero) {
-    EXPECT_EQ(Parse("bumpStrength 10 \n").bumpStrength, "1000");
-    EXPECT_EQ(Parse("bumpStrength 10.01 \n").bumpStrength, "0");
-    EXPECT_EQ(Parse("bumpStrength 12 \n").bumpStrength, "0");
-    EXPECT_EQ(Parse("bumpStrength -10 \n").bumpStrength, "-1000");
-    EXPECT_EQ(Parse("tMin -11 \n").tMin, 0);
-    EXPECT_TRUE(Parse("bumpStrength 12 \n").bumpStrengthEnabled);
+TEST_F(MaterialParserTest, SingleValueConversions) {
+    struct Case {
+        const char *line;
+        std::string (*field)(const Material &);
+        const char *expected;
+    };
+    auto ns = [](const Material &m) { return std::to_string(m.NsExponent) + (m.NsExponentEnabled ? "+" : "-"); };
+    auto bump = [](const Material &m) { return m.bumpStrength; };
+    auto texture = [](const Material &m) { return m.TextureColor; };
+    auto tmin = [](const Material &m) { return std::to_string(m.tMin); };
+    const Case cases[] = {
+        {"NsExponent 0 \n", ns, "101+"},
+        {"NsExponent 101 \n", ns, "1-"}, // a result of 0 counts as a missing line
+        {"bumpStrength 10 \n", bump, "1000"},
+        {"bumpStrength 10.01 \n", bump, "0"}, // beyond the sanity limit
+        {"bumpStrength 12 \n", bump, "0"},
+        {"bumpStrength -10 \n", bump, "-1000"},
+        {"tMin -11 \n", tmin, "0"},
+        {"TextureColor 0 0 0 0.333 \n", texture, "33"},
+        {"TextureColor 0.5\n", texture, "50"},
+    };
+    for (const Case &c : cases)
+        EXPECT_EQ(c.field(Parse(c.line)), c.expected) << c.line;
 }
 
 TEST_F(MaterialParserTest, KeywordsAreCaseSensitiveAndFoundInsideWords) {
@@ -102,11 +109,6 @@ TEST_F(MaterialParserTest, KeywordsAreCaseSensitiveAndFoundInsideWords) {
 
 TEST_F(MaterialParserTest, ColourWithThreeNumbersReadsIntoTheNextLine) {
     EXPECT_EQ(Parse("KdColor 1 0 1\n\t\tKsColor 0 0 0 1 \n").KdColor, (Rgb{255, 0, 255}));
-}
-
-TEST_F(MaterialParserTest, TextureColorTakesTheNumberBehindTheLastBlank) {
-    EXPECT_EQ(Parse("TextureColor 0 0 0 0.333 \n").TextureColor, "33");
-    EXPECT_EQ(Parse("TextureColor 0.5\n").TextureColor, "50");
 }
 
 TEST_F(MaterialParserTest, BrokenBlocksFailToTheCaller) {

@@ -69,7 +69,13 @@ TEST_F(MorphLoad, LoadsChannelsAndKeepsTheOwnerRows) {
     EXPECT_TRUE(ui.messages().empty());
     EXPECT_TRUE(session.FileModified);
     EXPECT_FALSE(ui.ProgressVisible());
-    EXPECT_EQ(session.cmbFigures.front(), "figure");
+    EXPECT_EQ(session.cmbFigures, (std::vector<std::string>{"figure", "actor BODY:1", "actor hip:1", "actor head:1"}));
+    std::vector<std::string> channels;
+    for (const Actor &actor : session.Actors)
+        for (const Channel &channel : actor.Channels)
+            channels.push_back(actor.Name + "/" + channel.Name + "=" + std::to_string(channel.Value));
+    EXPECT_EQ(channels, (std::vector<std::string>{"BODY:1/Height=0.500000", "hip:1/Smile=0.250000",
+                                                  "hip:1/yrot=12.000000", "head:1/Blink=1.000000"}));
 
     // An import asks for its file by the kind; a cancel is silent.
     session.FileName = "/open/file.pz2";

@@ -35,6 +35,8 @@ TEST_F(OpenCommands, FigureLikeKindsAskForChannels) {
     OpenCommand(session, KindHR2);
     EXPECT_EQ(MaterialNames(), (Strings{"Hair"}));
     EXPECT_TRUE(session.IsHairFile);
+    ASSERT_EQ(session.Actors.size(), 1u);
+    EXPECT_EQ(session.Actors[0].Name, "figureHair");
     EXPECT_EQ(Questions(), 5);
 
     // Pose-like kinds read their channels while opening and ask nothing.
@@ -60,7 +62,8 @@ TEST_F(OpenCommands, CharacterCommands) {
     // With props: the props at the head become owners, and the question comes anyway.
     Dropped("props-at-head.cr2");
     OpenCommand(session, KindCR2, true);
-    EXPECT_EQ(session.cmbFigures, (Strings{"figure", "prop ball_1"}));
+    // The channels are those behind the figure's own geometry line: not the head's prop.
+    EXPECT_EQ(session.cmbFigures, (Strings{"figure", "prop ball_1", "actor BODY:1"}));
     EXPECT_EQ(Questions(), 1);
 
     // A cancelled dialog asks nothing.
