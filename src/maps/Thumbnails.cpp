@@ -36,9 +36,9 @@ long LogicalUnits(int pixels) {
 
 constexpr double kUnitsPerPixel = 26.45864661654;
 
-bool ReadInto(Magick::Image &image, const std::string &spec) {
+bool ReadInto(Magick::Image &image, const std::string &source) {
     try {
-        image.read(spec);
+        image.read(source);
     } catch (const std::exception &) {
         return false;
     }
@@ -206,14 +206,14 @@ std::optional<DecodedPicture> DecodePicture(const std::string &path, bool reduce
         }
         Magick::Image image;
         // Each attempt starts from a fresh image, so a failed one leaves nothing behind.
-        const auto attempt = [&](const std::string &spec) {
+        const auto attempt = [&](const std::string &source) {
             image = Magick::Image();
             image.quiet(true);
             image.subImage(0); // the first frame or layer (a PSD's composite) is enough
             image.subRange(1);
             if (!hint.empty())
                 image.defineValue("jpeg", "size", hint);
-            return ReadInto(image, spec);
+            return ReadInto(image, source);
         };
         // Bump files are bitmaps by content; fall back on sniffing if one isn't.
         if (!(ext == "bum" && attempt("BMP:" + *resolved)) && !attempt(*resolved))

@@ -95,7 +95,7 @@ class PagesTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void materialPageHasTheDesignedControls();
+    void materialPageHasItsControls();
     void materialPageShowsObjectsAndMaterials();
     void materialPageShowsCachedThumbnails();
     void posePageListsActorsAndDials();
@@ -107,7 +107,7 @@ private slots:
     void figureWindowOpensTheChosenFigureOfATwoFigureFile();
 };
 
-void PagesTest::materialPageHasTheDesignedControls() {
+void PagesTest::materialPageHasItsControls() {
     Settings settings;
     test::ScriptedInteraction ui;
     Session session(settings, ui);
