@@ -3,18 +3,13 @@
 #include "app/Settings.h"
 #include "windows/PleaseWaitWindow.h"
 
-#include "windows/FileDialogs.h"
-#if __has_include("maps/ChoosePicWindow.h")
 #include "maps/ChoosePicWindow.h"
-#define GELVANE_HAVE_CHOOSE_PIC 1
-#endif
+#include "windows/FileDialogs.h"
 
 #include <QColorDialog>
 #include <QCoreApplication>
-#include <QFile>
 #include <QInputDialog>
 #include <QMessageBox>
-#include <QStringList>
 
 namespace gelvane {
 
@@ -118,21 +113,7 @@ std::optional<RgbColor> QtInteraction::ChooseColor(const RgbColor &initial) {
 }
 
 int QtInteraction::ChooseMap(const std::string &wanted, const std::vector<MapCandidate> &candidates) {
-#ifdef GELVANE_HAVE_CHOOSE_PIC
     return ChoosePic(m_owner, wanted, candidates);
-#else
-    QStringList rows;
-    for (const MapCandidate &candidate : candidates)
-        rows << QFile::decodeName(candidate.Path.c_str());
-    rows << "NO_MAP";
-    bool ok = false;
-    const QString row =
-        QInputDialog::getItem(m_owner, kProgramTitle, "Choose the file for " + Latin1(wanted), rows, 0, false, &ok);
-    const int index = static_cast<int>(rows.indexOf(row));
-    if (!ok || index < 0 || index >= static_cast<int>(candidates.size()))
-        return -1;
-    return index;
-#endif
 }
 
 void QtInteraction::ProgressShow(const std::string &title, const std::string &status, int barMax) {
