@@ -70,10 +70,12 @@ void LoadSection(benchmark::State &state) {
 
 } // namespace
 
-// Many actors of 100 channels, and a few actors of 1,000.
+// Many actors of 100 channels, a few actors of 1,000, and one actor with them all.
 BENCHMARK(LoadSection)
     ->Args({10000, 100})
     ->Args({100000, 100})
     ->Args({10000, 1000})
     ->Args({100000, 1000})
+    ->Args({10000, 10000})
+    ->Args({100000, 100000})
     ->Unit(benchmark::kMillisecond);

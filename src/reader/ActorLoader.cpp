@@ -68,10 +68,13 @@ public:
             size_t n = 0;
             while (i + 1 + n < text.size() && !EndsWord(text[i + 1 + n]))
                 ++n;
-            m_blanks.push_back({i, n});
+            m_blanks.push_back({i, n, Key(text.substr(i + 1, n))});
         }
         std::sort(m_blanks.begin(), m_blanks.end(), [this](const Blank &a, const Blank &b) {
-            return Word(a) < Word(b) || (Word(a) == Word(b) && a.at < b.at);
+            if (a.key != b.key)
+                return a.key < b.key;
+            const int c = Word(a).compare(Word(b));
+            return c < 0 || (c == 0 && a.at < b.at);
         });
     }
 
@@ -85,8 +88,10 @@ public:
         const std::string_view first = name.substr(0, name.find(' '));
         if (first.empty() || first.find('\t') != std::string_view::npos)
             return std::nullopt;
-        auto it = std::lower_bound(m_blanks.begin(), m_blanks.end(), first,
-                                   [this](const Blank &b, std::string_view w) { return Word(b) < w; });
+        const uint64_t firstKey = Key(first);
+        auto it = std::lower_bound(m_blanks.begin(), m_blanks.end(), first, [&](const Blank &b, std::string_view w) {
+            return b.key != firstKey ? b.key < firstKey : Word(b) < w;
+        });
         Pos best = 0;
         size_t candidates = 0;
         for (; it != m_blanks.end() && Word(*it).substr(0, first.size()) == first; ++it) {
@@ -107,7 +112,14 @@ private:
     struct Blank {
         size_t at;     // 0-based position of the blank
         size_t length; // of the word behind it
+        uint64_t key;  // the word's first 8 bytes: orders as the words do, and cheaply
     };
+    static uint64_t Key(std::string_view word) {
+        uint64_t k = 0;
+        for (size_t i = 0; i < 8; ++i)
+            k = (k << 8) | (i < word.size() ? static_cast<unsigned char>(word[i]) : 0u);
+        return k;
+    }
     std::string_view Word(const Blank &b) const { return m_text.substr(b.at + 1, b.length); }
 
     std::string_view m_text;

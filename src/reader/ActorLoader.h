@@ -29,7 +29,7 @@ std::string NextActorKeyword(std::string_view text, bool skipEmpty);
 
 // Channels blocks at least this long get a search index for their dial lines. The
 // result is the same either way; tests lower it to compare both.
-inline size_t IndexedChannelBlockMinimum = 64 * 1024;
+inline size_t IndexedChannelBlockMinimum = 8 * 1024;
 
 // The session clock in whole seconds (session.SecondsClock when set).
 int32_t SessionSeconds(const Session &session);

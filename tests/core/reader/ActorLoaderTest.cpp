@@ -22,66 +22,12 @@ struct Loader {
     Session session{settings, ui};
 };
 
-// A pose section as the opening hands it over: line feeds only, no indentation.
-const char *const kPose = R"(actor hip
-{
-name Hip Part
-on
-hidden 1
-storageOffset 0 0 0
-channels
-{
-targetGeom Belly
-{
-name BellyDisplay
-hidden 0
-keys
-{
-static  0
-k  0  0.5
+// A pose section as the opening hands it over: line feeds only, no indentation; a
+// body part and a light with every header and tail line.
+const std::string &Pose() {
+    static const std::string text = test::ReadTestData("channels/two-actors.pz2");
+    return text;
 }
-}
-rotateY yrot
-{
-name twist
-keys
-{
-static  0
-k  0  0
-}
-}
-}
-locked 1
-doShadow 0
-}
-light LIGHT_1
-{
-name Spot
-off
-hidden 10
-storageOffset 0 0.5 1
-geomResource 3
-lightType 1
-objFileGeom 0 0 :Runtime:Geometries:light.obj
-channels
-{
-kdRed RED
-{
-keys
-{
-k  0  0.000000
-}
-}
-}
-depthMapSize 256
-depthCamera SHADOW_CAM
-doShadow 1
-lightOn 1
-port 0
-cameraModel 2
-locked 0
-}
-)";
 
 std::string Indented(std::string_view text) {
     // Every line gets tabs in front, as in a character file whose channels are
@@ -123,7 +69,7 @@ std::string ReadAll(const std::string &path) {
 
 TEST(ActorLoader, ReadsHeaderChannelsAndTailOfActorsAndLights) {
     Loader l;
-    ASSERT_TRUE(LoadActorSection(l.session, kPose));
+    ASSERT_TRUE(LoadActorSection(l.session, Pose()));
     const auto &actors = l.session.Actors;
     ASSERT_EQ(actors.size(), 2u);
 
@@ -198,8 +144,8 @@ TEST(ActorLoader, ReadsHeaderChannelsAndTailOfActorsAndLights) {
 
 TEST(ActorLoader, LineLayoutDoesNotChangeTheResult) {
     Loader plain;
-    LoadActorSection(plain.session, kPose);
-    for (const std::string &variant : {Indented(kPose), Doubled(kPose)}) {
+    LoadActorSection(plain.session, Pose());
+    for (const std::string &variant : {Indented(Pose()), Doubled(Pose())}) {
         Loader l;
         ASSERT_TRUE(LoadActorSection(l.session, variant));
         EXPECT_EQ(l.session.Actors, plain.session.Actors);
@@ -329,7 +275,7 @@ TEST(ActorLoader, CustomMaterialOwnersAndActorRows) {
 
 TEST(ActorLoader, SingleActorGoesToTheHeadAndKeepActorsAppends) {
     Loader l;
-    LoadActorSection(l.session, kPose);
+    LoadActorSection(l.session, Pose());
     ASSERT_TRUE(LoadActorSection(
         l.session, "actor BODY\n{\nchannels\n{\nvalueParm X\n{\nkeys\n{\nk  0  2\n}\n}\n}\n}\n", true, false));
     ASSERT_EQ(l.session.Actors.size(), 3u);
@@ -370,7 +316,7 @@ TEST(ActorLoader, CancelLeavesActorsEmptyAndMaterialsInPlace) {
     bool clicked = false;
     l.session.chkChannelsClick = [&] { clicked = true; };
     l.ui.cancelAtDoEvents(2); // while reading the first channel
-    EXPECT_FALSE(LoadActorSection(l.session, "thighLength 0.5\n" + std::string(kPose)));
+    EXPECT_FALSE(LoadActorSection(l.session, "thighLength 0.5\n" + Pose()));
     EXPECT_TRUE(IsEmptyList(l.session.Actors));
     EXPECT_EQ(l.session.Actors[0].Channels.size(), 1u);
     EXPECT_EQ(l.session.Figures[0].Materials[0].Name, "skin");
@@ -390,7 +336,7 @@ TEST(ActorLoader, ProgressTextsAndReportedTime) {
     int32_t now = 100;
     l.session.SecondsClock = [&] { return now; };
     l.ui.cancelAtDoEvents(0);
-    LoadActorSection(l.session, kPose);
+    LoadActorSection(l.session, Pose());
     EXPECT_TRUE(l.ui.messages().empty()); // no time passed
     const auto &status = l.ui.statusLines();
     ASSERT_GE(status.size(), 3u);
@@ -402,21 +348,21 @@ TEST(ActorLoader, ProgressTextsAndReportedTime) {
     slow.settings.ReportTime = true;
     int calls = 0;
     slow.session.SecondsClock = [&] { return ++calls == 1 ? 100 : 165; };
-    LoadActorSection(slow.session, kPose);
+    LoadActorSection(slow.session, Pose());
     ASSERT_EQ(slow.ui.messages().size(), 1u);
     EXPECT_EQ(slow.ui.messages()[0].Text, "Loading of Morphs and Poses took\r\n1 minutes and 5 seconds.");
     EXPECT_EQ(slow.ui.messages()[0].Title, "Loading finished");
 
     Loader batch;
     batch.session.BatchMode = true;
-    LoadActorSection(batch.session, kPose);
+    LoadActorSection(batch.session, Pose());
     EXPECT_FALSE(batch.ui.progressEverShown());
     EXPECT_EQ(batch.session.Actors.size(), 2u);
 }
 
 TEST(ActorLoader, ApplyDisablePropertiesFollowsTheSetting) {
     Loader l;
-    LoadActorSection(l.session, kPose);
+    LoadActorSection(l.session, Pose());
     l.settings.DisableProperties = false;
     ApplyDisableProperties(l.session);
     EXPECT_TRUE(l.session.Actors[0].NameEnabled);

@@ -58,7 +58,7 @@ TEST_F(FigureRun, EachFigureOpensAlone) {
     Dropped("two-figures.cr2");
     RunFigureSelection(session, Chooser(1));
     EXPECT_EQ(offered, (Strings{"Tester", "Other Figure"}));
-    // The chosen figure's materials and actors, none of the other's.
+    // The loaded channels add a row for each plain body part of the chosen figure.
     EXPECT_EQ(session.cmbFigures, (Strings{"figure", "actor BODY:2", "actor chest:2"}));
     EXPECT_EQ(MaterialNames(), (Strings{"Cloth", "Buttons"}));
     EXPECT_EQ(Questions(), 2);
