@@ -56,7 +56,6 @@ private slots:
         auto *thumb = window.findChild<QLabel *>("imgMapThumb");
         auto *toggle = window.findChild<QCheckBox *>("chkThumbNail");
         QVERIFY(rows && info && thumb && toggle);
-        QCOMPARE(window.windowTitle(), QString("Choose the right map file"));
         QCOMPARE(rows->count(), 3);
         QCOMPARE(rows->itemText(0), QString("skin.png 1"));
         QCOMPARE(rows->itemText(1), QString("skin.png 2"));

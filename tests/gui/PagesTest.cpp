@@ -15,13 +15,11 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFileDialog>
-#include <QFrame>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QScrollBar>
 #include <QTimer>
 #include <QTreeWidget>
 #include <QtTest>
@@ -95,7 +93,7 @@ class PagesTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void materialPageHasItsControls();
+    void materialPageWaitsWithNothingLoaded();
     void materialPageShowsObjectsAndMaterials();
     void materialPageShowsCachedThumbnails();
     void posePageListsActorsAndDials();
@@ -107,40 +105,11 @@ private slots:
     void figureWindowOpensTheChosenFigureOfATwoFigureFile();
 };
 
-void PagesTest::materialPageHasItsControls() {
+void PagesTest::materialPageWaitsWithNothingLoaded() {
     Settings settings;
     test::ScriptedInteraction ui;
     Session session(settings, ui);
     MaterialPage page(session);
-
-    for (int i = 0; i <= 28; ++i)
-        QVERIFY2(page.findChild<QPushButton *>(QString("cmd_%1").arg(i)), qPrintable(QString::number(i)));
-    for (int i = 1; i <= 11; ++i)
-        QVERIFY(page.findChild<QLineEdit *>(QString("TXT_%1").arg(i)));
-    QVERIFY(!page.findChild<QWidget *>("TXT_0")); // the version box belongs to the save options
-    for (int i = 0; i <= 6; ++i)
-        QVERIFY(page.findChild<QScrollBar *>(QString("SCR_%1").arg(i)));
-    for (int i = 0; i <= 3; ++i) {
-        QVERIFY(page.findChild<QFrame *>(QString("SHP_%1").arg(i)));
-        QVERIFY(page.findChild<QLabel *>(QString("imgThumb_%1").arg(i)));
-    }
-    for (const char *name :
-         {"cmbFigures", "lstMaterials", "Combo1", "Combo2", "cmdInvertSel", "cmdDeleteMaterials", "cmdNewMat",
-          "cmdCreateMat", "cmdEditTemplate", "cmdDelTemplate", "chkApplyTextures", "chkMultiplyThroughLights",
-          "chkMultiplyThroughKdColor", "chkTexture", "lblCloseMultiplyThroughKd", "lblTransparencyFalloffSub"})
-        QVERIFY2(page.findChild<QWidget *>(name), name);
-
-    QCOMPARE(page.findChild<QPushButton *>("cmd_25")->text(), QString("Fix"));
-    QCOMPARE(page.findChild<QPushButton *>("cmd_11")->toolTip(), QString("Browse a Bump Map for selected material(s)"));
-    QCOMPARE(page.findChild<QLabel *>("lblCloseBumpMap")->text(), QString("Bump Map Disabled"));
-    QVERIFY(page.findChild<QLabel *>("lblCloseBumpMap")->isHidden());
-    QCOMPARE(page.findChild<QLabel *>("lblThumb_3")->text(), QString("Transparency map"));
-    const auto *falloff = page.findChild<QScrollBar *>("SCR_3");
-    QCOMPARE(falloff->maximum(), 1000);
-    QCOMPARE(falloff->pageStep(), 30);
-    QCOMPARE(page.findChild<QScrollBar *>("SCR_5")->minimum(), -100);
-    QCOMPARE(page.findChild<QLineEdit *>("TXT_1")->text(), QString("100"));
-    // Nothing loaded: the object list and the commands wait.
     page.refresh();
     QVERIFY(!page.findChild<QComboBox *>("cmbFigures")->isEnabled());
     QVERIFY(!page.findChild<QPushButton *>("cmd_18")->isEnabled());
@@ -260,21 +229,6 @@ void PagesTest::posePageListsActorsAndDials() {
     test::ScriptedInteraction ui;
     Session session(settings, ui);
     PosePage page(session);
-    for (const char *name :
-         {"lstActors", "lstDials", "cmdSelectAllActors", "cmdDeleteActors", "cmdSelectAllDials", "cmdDeleteDials",
-          "cmdCreateDial", "cmdZerAll", "cmdDelChannels", "fraDialValue", "txtDialProperties_0", "txtDialProperties_1",
-          "cmbDialProperties", "chkDisableThighLength", "txtThighLength", "txtActorProperties_1", "lblEnableDial"})
-        QVERIFY2(page.findChild<QWidget *>(name), name);
-    for (int i = 0; i < 7; ++i) {
-        QVERIFY(page.findChild<QCheckBox *>(QString("chkEnable_%1").arg(i)));
-        QCOMPARE(page.findChild<QPushButton *>(QString("cmdApplyProperty_%1").arg(i))->text(), QString("Apply"));
-    }
-    for (int i = 0; i < 23; ++i)
-        QVERIFY(page.findChild<QCheckBox *>(QString("chkDelChannels_%1").arg(i)));
-    QCOMPARE(page.findChild<QLabel *>("lblChannels_13")->text(), QString("CamAutoCenter"));
-    QCOMPARE(page.findChild<QComboBox *>("cmbActorProperties_0")->itemText(0), QString("Off (invisible)"));
-    QCOMPARE(page.findChild<QPushButton *>("cmdCheckAll_2")->toolTip(), QString("Check/uncheck all light channels"));
-
     page.refresh();
     auto *lstActors = page.findChild<QTreeWidget *>("lstActors");
     auto *lstDials = page.findChild<QTreeWidget *>("lstDials");
@@ -333,8 +287,6 @@ void PagesTest::previewPanelShowsThumbnailOrNA() {
     auto *pic = panel.findChild<QLabel *>("picPreview");
     auto *check = panel.findChild<QCheckBox *>("chkPreview");
     QVERIFY(pic && check);
-    QCOMPARE(check->text(), QString("Show preview"));
-    QCOMPARE(pic->size(), QSize(95, 95));
 
     panel.PreviewSelectedFile(QString::fromStdString(picture));
     QCOMPARE(QColor(Centre(pic)), QColor(Qt::blue));
@@ -425,7 +377,6 @@ void PagesTest::fileDialogPreviewsAndReturnsThePath() {
 
 void PagesTest::figureWindowListsByNameOrGeometry() {
     FigureWindow window({"Figure 1", "Figure 2"}, {"Man.obj", "Woman.obj"});
-    QCOMPARE(window.windowTitle(), QString("Select Figure"));
     auto *cmbFigure = window.findChild<QComboBox *>("cmbFigure");
     auto *optName = window.findChild<QRadioButton *>("optName");
     auto *optGeom = window.findChild<QRadioButton *>("optGeom");

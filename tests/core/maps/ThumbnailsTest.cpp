@@ -53,12 +53,6 @@ TEST(ThumbnailPlacement, KeepsAspectInsideTheMargin) {
     EXPECT_EQ(PlaceThumbnail(3000, 1000), (ThumbPlacement{0, 480, 1440, 480}));
 }
 
-TEST(ThumbnailPlacement, DimensionsAreThePixelSize) {
-    EXPECT_EQ(ThumbDimensions(100, 200), "100 X 200");
-    EXPECT_EQ(ThumbDimensions(4096, 3072), "4096 X 3072");
-    EXPECT_EQ(ThumbDimensions(1, 1), "1 X 1");
-}
-
 class ThumbnailFormats : public ::testing::TestWithParam<std::pair<const char *, const char *>> {};
 
 // Every format the map dialogs offer decodes, and lands centred on black.

@@ -211,10 +211,5 @@ TEST_F(MainWindowStateTest, ResetEmptiesModelAndWindowButKeepsCaption) {
     EXPECT_EQ(session.View.Caption, "Gelvane - [Walk.pz2]");
 }
 
-TEST(CaptionOf, NameBehindTheLastSeparator) {
-    EXPECT_EQ(CaptionOf("/home/u/Runtime/Poses/Walk.pz2"), "Gelvane - [Walk.pz2]");
-    EXPECT_EQ(CaptionOf("Walk.pz2"), "Gelvane - [Walk.pz2]");
-}
-
 } // namespace
 } // namespace gelvane
