@@ -1,4 +1,5 @@
 #include "channels/PosePage.h"
+#include "windows/WidgetText.h"
 
 #include "model/Session.h"
 
@@ -42,21 +43,6 @@ constexpr ChannelBox kChannelBoxes[23] = {
 const char *const kGroupHeadings[3] = {"Common channels:", "Camera channels:", "Light channels:"};
 const char *const kCheckAllTips[3] = {"Check/uncheck all common channels", "Check/uncheck all camera channels",
                                       "Check/uncheck all light channels"};
-
-QString Latin1(const std::string &text) {
-    return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-template <class W> W *Named(W *widget, const QString &name, const QString &tip = {}) {
-    widget->setObjectName(name);
-    if (!tip.isEmpty())
-        widget->setToolTip(tip);
-    return widget;
-}
-
-QString Indexed(const char *name, int index) {
-    return QString("%1_%2").arg(name).arg(index);
-}
 
 QTreeWidget *NameTypeList(QWidget *parent, const char *name, const char *tip) {
     auto *list = Named(new QTreeWidget(parent), name, tip);

@@ -1,4 +1,5 @@
 #include "maps/ChoosePicWindow.h"
+#include "windows/WidgetText.h"
 
 #include "maps/ThumbnailImage.h"
 #include "maps/Thumbnails.h"
@@ -26,10 +27,6 @@ namespace gelvane {
 namespace {
 
 constexpr int kChoiceList = 1; // the thumbnail list of the choice window and the open dialog
-
-QString Latin1(const std::string &text) {
-    return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 QPixmap FixedPicture(std::string_view key) {
     return QPixmap::fromImage(ThumbnailToImage(FixedThumbnail(key)));

@@ -1,4 +1,5 @@
 #include "materials/MaterialPage.h"
+#include "windows/WidgetText.h"
 
 #include "app/Settings.h"
 #include "maps/MapPaths.h"
@@ -111,21 +112,6 @@ constexpr NumberRow kNumbers[7] = {
 
 const char *const kMapNames[4] = {"Texture Map", "Bump Map", "Reflection Map", "Transparency Map"};
 const char *const kThumbCaptions[4] = {"Texture map", "Bump map", "Reflection map", "Transparency map"};
-
-QString Latin1(const std::string &text) {
-    return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-template <class W> W *Named(W *widget, const QString &name, const QString &tip = {}) {
-    widget->setObjectName(name);
-    if (!tip.isEmpty())
-        widget->setToolTip(tip);
-    return widget;
-}
-
-QString Indexed(const char *name, int index) {
-    return QString("%1_%2").arg(name).arg(index);
-}
 
 // True when the row stands for a Figure (rows behind the last one are actors).
 bool IsFigureRow(const Session &session, int row) {

@@ -1,4 +1,5 @@
 #include "reader/FigureWindow.h"
+#include "windows/WidgetText.h"
 
 #include "reader/FigureSelection.h"
 
@@ -10,14 +11,6 @@
 #include <QTimer>
 
 namespace gelvane {
-
-namespace {
-
-QString Latin1(const std::string &text) {
-    return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-} // namespace
 
 FigureWindow::FigureWindow(std::vector<std::string> figureNames, std::vector<std::string> geometryNames,
                            QWidget *parent)

@@ -1,4 +1,5 @@
 #include "windows/MainWindow.h"
+#include "windows/WidgetText.h"
 
 #include "app/Settings.h"
 #include "channels/PosePage.h"
@@ -22,14 +23,6 @@
 #include <QUrl>
 
 namespace gelvane {
-
-namespace {
-
-QString Latin1(const std::string &text) {
-    return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-} // namespace
 
 MainWindow::MainWindow(Session &session, Settings &settings, QWidget *parent)
     : QMainWindow(parent), m_session(session), m_settings(settings) {

@@ -1,4 +1,5 @@
 #include "windows/QtInteraction.h"
+#include "windows/WidgetText.h"
 
 #include "app/Settings.h"
 #include "windows/PleaseWaitWindow.h"
@@ -14,10 +15,6 @@
 namespace gelvane {
 
 namespace {
-
-QString Latin1(const std::string &text) {
-    return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 std::string Bytes(const QString &text) {
     return text.toLatin1().toStdString();
