@@ -1,9 +1,9 @@
 // Loading the channels of generated pose sections: the time should grow with the
 // text, tenfold for ten times the channels.
-#include "app/Settings.h"
-#include "model/Session.h"
-#include "platform/Interaction.h"
-#include "reader/ActorLoader.h"
+#include "core/app/Settings.h"
+#include "core/model/Session.h"
+#include "core/platform/Interaction.h"
+#include "core/reader/ActorLoader.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,11 +1,11 @@
 // A generated character of about 10 and 100 MB with thousands of morph targets:
 // the silent conversion (materials from the tail, pose written) and the full
 // load of morphs and poses, with the peak memory of one load in a fresh child.
-#include "app/Settings.h"
-#include "model/Session.h"
-#include "platform/Interaction.h"
-#include "platform/Paths.h"
-#include "reader/MorphLoader.h"
+#include "core/app/Settings.h"
+#include "core/model/Session.h"
+#include "core/platform/Interaction.h"
+#include "core/platform/Paths.h"
+#include "core/reader/MorphLoader.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,9 +1,9 @@
 // Opening speed: a pose file with thousands of materials read whole, and a large
 // character whose materials come from its tail.
-#include "app/Settings.h"
-#include "model/Session.h"
-#include "platform/Interaction.h"
-#include "reader/OpenFile.h"
+#include "core/app/Settings.h"
+#include "core/model/Session.h"
+#include "core/platform/Interaction.h"
+#include "core/reader/OpenFile.h"
 
 #include <benchmark/benchmark.h>
 

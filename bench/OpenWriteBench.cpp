@@ -1,11 +1,11 @@
 // Opening a generated pose file with 5,000 materials and writing it back as a pose,
 // the work of one silent conversion.
-#include "app/Settings.h"
-#include "model/Session.h"
-#include "platform/Interaction.h"
-#include "platform/Paths.h"
-#include "reader/OpenFile.h"
-#include "writer/PoseWriter.h"
+#include "core/app/Settings.h"
+#include "core/model/Session.h"
+#include "core/platform/Interaction.h"
+#include "core/platform/Paths.h"
+#include "core/reader/OpenFile.h"
+#include "core/writer/PoseWriter.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,8 +1,8 @@
 // Writing a large pose: 5,000 materials over 50 owners, both formats, to a file.
-#include "app/Settings.h"
-#include "model/Session.h"
-#include "platform/Interaction.h"
-#include "writer/PoseWriter.h"
+#include "core/app/Settings.h"
+#include "core/model/Session.h"
+#include "core/platform/Interaction.h"
+#include "core/writer/PoseWriter.h"
 
 #include <benchmark/benchmark.h>
 

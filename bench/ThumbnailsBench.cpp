@@ -1,7 +1,8 @@
 // Thumbnail decoding: a large JPEG read at a reduced size against a full read,
 // and the cost of asking the cache for a picture it already holds.
-#include "maps/Thumbnails.h"
+#include "core/maps/Thumbnails.h"
 
+#include <cassert> // before Magick++, which otherwise declares assert inside its own namespace
 #include <Magick++.h>
 #include <benchmark/benchmark.h>
 

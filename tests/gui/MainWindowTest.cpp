@@ -1,15 +1,15 @@
 // The main window driven as a user would: menu entries by name, dialogs
 // answered by a scripted interaction, widgets found by their control names.
-#include "windows/MainWindow.h"
-#include "app/Settings.h"
-#include "model/Session.h"
-#include "platform/Paths.h"
-#include "reader/OpenFile.h"
+#include "gui/MainWindow.h"
+#include "core/app/Settings.h"
+#include "core/model/Session.h"
+#include "core/platform/Paths.h"
+#include "core/reader/OpenFile.h"
 #include "support/ScriptedInteraction.h"
 #include "support/TestHome.h"
-#include "windows/PleaseWaitWindow.h"
-#include "windows/QtInteraction.h"
-#include "writer/PoseWriter.h"
+#include "gui/PleaseWaitWindow.h"
+#include "gui/QtInteraction.h"
+#include "core/writer/PoseWriter.h"
 
 #include <QAction>
 #include <QApplication>

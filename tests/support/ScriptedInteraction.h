@@ -1,7 +1,7 @@
 #pragma once
 // Interaction for tests: answers come from queues, every message is recorded.
 // An empty queue answers like a user who presses the default button / Cancel.
-#include "platform/Interaction.h"
+#include "core/platform/Interaction.h"
 
 #include <deque>
 #include <functional>

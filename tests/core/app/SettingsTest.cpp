@@ -1,7 +1,7 @@
-#include "app/Settings.h"
-#include "app/ProfileFile.h"
-#include "platform/FileVersion.h"
-#include "platform/Paths.h"
+#include "core/app/Settings.h"
+#include "core/platform/ProfileFile.h"
+#include "core/platform/FileVersion.h"
+#include "core/platform/Paths.h"
 #include "support/ScriptedInteraction.h"
 #include "support/TestHome.h"
 

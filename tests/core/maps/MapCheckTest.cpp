@@ -1,5 +1,5 @@
-#include "maps/MapCheck.h"
-#include "maps/MapFinder.h"
+#include "core/maps/MapCheck.h"
+#include "core/maps/MapFinder.h"
 
 #include "MapFixture.h"
 

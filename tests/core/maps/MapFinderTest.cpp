@@ -1,5 +1,5 @@
-#include "maps/MapFinder.h"
-#include "maps/MapPaths.h"
+#include "core/maps/MapFinder.h"
+#include "core/maps/MapPaths.h"
 
 #include "MapFixture.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 // A temporary Poser folder, settings pointing at it, a scripted user and a session.
-#include "app/Settings.h"
-#include "model/Session.h"
+#include "core/app/Settings.h"
+#include "core/model/Session.h"
 #include "support/ScriptedInteraction.h"
 #include "support/TestHome.h"
 

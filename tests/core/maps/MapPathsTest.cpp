@@ -1,6 +1,6 @@
-#include "maps/MapPaths.h"
-#include "maps/MapOpen.h"
-#include "platform/Paths.h"
+#include "core/maps/MapPaths.h"
+#include "core/maps/MapOpen.h"
+#include "core/platform/Paths.h"
 
 #include "MapFixture.h"
 

@@ -1,7 +1,7 @@
-#include "maps/Thumbnails.h"
+#include "core/maps/Thumbnails.h"
 
-#include "app/Settings.h"
-#include "model/Session.h"
+#include "core/app/Settings.h"
+#include "core/model/Session.h"
 #include "support/ScriptedInteraction.h"
 #include "support/TestHome.h"
 

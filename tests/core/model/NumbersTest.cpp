@@ -1,5 +1,5 @@
-#include "model/Failure.h"
-#include "model/Numbers.h"
+#include "core/model/Failure.h"
+#include "core/model/Numbers.h"
 
 #include <gtest/gtest.h>
 

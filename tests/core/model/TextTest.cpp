@@ -1,6 +1,6 @@
-#include "model/Failure.h"
-#include "model/Model.h"
-#include "model/Text.h"
+#include "core/model/Failure.h"
+#include "core/model/Model.h"
+#include "core/model/Text.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
-#include "reader/ActorLoader.h"
-#include "app/Settings.h"
-#include "model/Failure.h"
-#include "model/Text.h"
-#include "reader/MorphLoader.h"
+#include "core/reader/ActorLoader.h"
+#include "core/app/Settings.h"
+#include "core/model/Failure.h"
+#include "core/model/Text.h"
+#include "core/reader/MorphLoader.h"
 #include "support/ScriptedInteraction.h"
 #include "support/TestHome.h"
 

@@ -1,7 +1,7 @@
-#include "reader/DeltaRemoval.h"
+#include "core/reader/DeltaRemoval.h"
 
-#include "app/Settings.h"
-#include "model/Text.h"
+#include "core/app/Settings.h"
+#include "core/model/Text.h"
 #include "support/ScriptedInteraction.h"
 
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
-#include "reader/FigureSelection.h"
+#include "core/reader/FigureSelection.h"
 
 #include "FigureTestSession.h"
-#include "model/Failure.h"
-#include "reader/DeltaRemoval.h"
+#include "core/model/Failure.h"
+#include "core/reader/DeltaRemoval.h"
 
 namespace gelvane {
 namespace {

@@ -1,8 +1,8 @@
 #pragma once
 // A session on a temporary home with scripted answers, for the figure and channel tests.
-#include "app/Settings.h"
-#include "model/Session.h"
-#include "reader/MorphLoader.h"
+#include "core/app/Settings.h"
+#include "core/model/Session.h"
+#include "core/reader/MorphLoader.h"
 #include "support/ScriptedInteraction.h"
 #include "support/TestHome.h"
 

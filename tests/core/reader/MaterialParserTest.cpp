@@ -1,7 +1,7 @@
-#include "reader/MaterialParser.h"
+#include "core/reader/MaterialParser.h"
 
-#include "app/Settings.h"
-#include "model/Failure.h"
+#include "core/app/Settings.h"
+#include "core/model/Failure.h"
 #include "support/ScriptedInteraction.h"
 
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
-#include "reader/MorphLoader.h"
-#include "reader/OpenFile.h"
+#include "core/reader/MorphLoader.h"
+#include "core/reader/OpenFile.h"
 
 #include "FigureTestSession.h"
-#include "platform/Paths.h"
+#include "core/platform/Paths.h"
 
 namespace gelvane {
 namespace {

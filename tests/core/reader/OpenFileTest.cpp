@@ -1,7 +1,7 @@
-#include "reader/OpenFile.h"
+#include "core/reader/OpenFile.h"
 
-#include "app/Settings.h"
-#include "model/Text.h"
+#include "core/app/Settings.h"
+#include "core/model/Text.h"
 #include "support/ScriptedInteraction.h"
 #include "support/TestHome.h"
 

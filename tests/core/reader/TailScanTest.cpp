@@ -1,9 +1,9 @@
-#include "reader/TailScan.h"
+#include "core/reader/TailScan.h"
 
-#include "app/Settings.h"
-#include "model/Failure.h"
-#include "model/Text.h"
-#include "reader/OpenFile.h"
+#include "core/app/Settings.h"
+#include "core/model/Failure.h"
+#include "core/model/Text.h"
+#include "core/reader/OpenFile.h"
 #include "support/ScriptedInteraction.h"
 #include "support/TestHome.h"
 

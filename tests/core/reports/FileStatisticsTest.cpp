@@ -1,5 +1,5 @@
-#include "reports/FileStatistics.h"
-#include "app/Settings.h"
+#include "core/reports/FileStatistics.h"
+#include "core/app/Settings.h"
 #include "support/ScriptedInteraction.h"
 
 #include <gtest/gtest.h>

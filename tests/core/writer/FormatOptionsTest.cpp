@@ -1,6 +1,6 @@
 #include "WriterModels.h"
 
-#include "writer/FormatOptions.h"
+#include "core/writer/FormatOptions.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "WriterModels.h"
 
 #include "support/TestHome.h"
-#include "writer/MtlExport.h"
+#include "core/writer/MtlExport.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
 #include "WriterModels.h"
 
-#include "model/Failure.h"
-#include "platform/Paths.h"
+#include "core/model/Failure.h"
+#include "core/platform/Paths.h"
 #include "support/TestHome.h"
-#include "writer/PoseWriter.h"
+#include "core/writer/PoseWriter.h"
 
 #include <gtest/gtest.h>
 

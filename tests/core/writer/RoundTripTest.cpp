@@ -1,7 +1,7 @@
 #include "WriterModels.h"
 
-#include "reader/OpenFile.h"
-#include "writer/PoseWriter.h"
+#include "core/reader/OpenFile.h"
+#include "core/writer/PoseWriter.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "WriterModels.h"
 
 #include "support/TestHome.h"
-#include "writer/SaveCommands.h"
+#include "core/writer/SaveCommands.h"
 
 #include <gtest/gtest.h>
 

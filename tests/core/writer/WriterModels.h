@@ -1,7 +1,7 @@
 #pragma once
 // Small models for the writer tests, built directly without a reader.
-#include "app/Settings.h"
-#include "model/Session.h"
+#include "core/app/Settings.h"
+#include "core/model/Session.h"
 #include "support/ScriptedInteraction.h"
 
 #include <string>

@@ -1,5 +1,5 @@
-#include "writer/WriterValues.h"
-#include "model/Failure.h"
+#include "core/writer/WriterValues.h"
+#include "core/model/Failure.h"
 
 #include <gtest/gtest.h>
 

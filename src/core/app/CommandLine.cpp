@@ -1,0 +1,132 @@
+#include "core/app/CommandLine.h"
+
+#include "core/app/Settings.h"
+#include "core/model/Session.h"
+#include "core/model/Text.h"
+#include "core/platform/Interaction.h"
+#include "core/platform/Paths.h"
+#include "core/reader/MorphLoader.h"
+#include "core/reader/OpenFile.h"
+
+#include <array>
+#include <string_view>
+#include <sys/stat.h>
+
+namespace gelvane {
+
+std::string CommandTextOf(int argc, char **argv) {
+    std::string text;
+    for (int i = 1; i < argc; ++i) {
+        if (i > 1)
+            text += ' ';
+        text += argv[i];
+    }
+    return text;
+}
+
+bool IsSilentCommand(const std::string &commandText) {
+    return StartsWith(LCase(Trim(commandText)), "-s ");
+}
+
+std::string UnquotedCommand(std::string_view commandText) {
+    return std::string(Trim(Replace(commandText, "\"", "")));
+}
+
+int FileKindOfCommand(std::string_view commandText) {
+    static constexpr std::array<std::string_view, 8> kLetters{"cr2", "pz2", "pp2", "hr2", "cm2", "fc2", "hd2", "lt2"};
+    const std::string text = UnquotedCommand(commandText);
+    const std::string last = LCase(Right(text, 3));
+    for (size_t kind = 0; kind < kLetters.size(); ++kind) {
+        if (last == kLetters[kind])
+            return static_cast<int>(kind);
+    }
+    return -1;
+}
+
+std::string SilentCommandPath(std::string_view commandText) {
+    const std::string text = UnquotedCommand(commandText);
+    return std::string(Trim(Mid(text, 4)));
+}
+
+std::string GetLongPath(std::string_view path) {
+    if (path.empty())
+        return {};
+    const auto real = ResolvePath(path);
+    return real ? *real : std::string();
+}
+
+void PrepareSession(Session &session) {
+    session.CommandLineOpen = false;
+    session.FileModified = false;
+    session.MultiFigure = false;
+    ResetList(session.Figures);
+    session.Actors.assign(1, Actor{});
+    session.Options.PoserFormatP5 = !session.settings().SaveAsP4;
+    session.Options.FileSystemDOS = session.settings().FileSystemDOS;
+}
+
+namespace {
+
+// What identifies one version of a file: a save renames a new file over the old
+// one, so its inode (or its time) changes even when the path stays the same.
+struct FileStamp {
+    bool exists = false;
+    ino_t inode = 0;
+    long long seconds = 0, nanos = 0;
+    bool operator==(const FileStamp &) const = default;
+};
+
+FileStamp StampOf(const std::string &path) {
+    struct stat st {};
+    if (path.empty() || stat(path.c_str(), &st) != 0)
+        return {};
+    return {true, st.st_ino, static_cast<long long>(st.st_mtim.tv_sec), static_cast<long long>(st.st_mtim.tv_nsec)};
+}
+
+// The reader saves beside the input: its path up to and with the last "." + "pz2".
+std::string SilentOutputPath(const std::string &input) {
+    return std::string(Left(input, static_cast<long long>(InStrRev(input, ".")))) + "pz2";
+}
+
+} // namespace
+
+int RunSilentConversion(const std::string &commandText) {
+    ConsoleInteraction ui;
+    const Settings settings = LoadSettings(ui);
+    Session session(settings, ui);
+    PrepareSession(session);
+    session.CommandText = commandText;
+    session.CommandLineOpen = true;
+
+    const int kind = FileKindOfCommand(commandText);
+    const std::string path = SilentCommandPath(commandText);
+    if (kind < 0) {
+        ui.MessageBox("Unknown file kind (not .cr2 .pz2 .pp2 .hr2 .cm2 .fc2 .hd2 .lt2): " + path, kProgramTitle,
+                      MsgIcon::Exclamation, MsgButtons::OK);
+        return 2;
+    }
+    const std::string longPath = GetLongPath(path);
+    if (longPath.empty() || !FileExists(longPath)) {
+        ui.MessageBox("File not found: " + path, kProgramTitle, MsgIcon::Exclamation, MsgButtons::OK);
+        return 3;
+    }
+
+    const std::string output = SilentOutputPath(longPath);
+    const FileStamp before = StampOf(output);
+    if (kind == KindCR2) {
+        session.PoserFileKind = KindCR2;
+        OpenFile(session);
+    } else {
+        OpenCommand(session, kind);
+    }
+    if (session.OpenFailed || session.OpenCancelled)
+        return 1;
+    const FileStamp after = StampOf(output);
+    if (!after.exists || after == before) {
+        ui.MessageBox("No pose file was written for " + path, kProgramTitle, MsgIcon::Exclamation, MsgButtons::OK);
+        return 1;
+    }
+    return 0;
+}
+
+} // namespace gelvane

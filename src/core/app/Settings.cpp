@@ -1,0 +1,278 @@
+#include "core/app/Settings.h"
+
+#include "core/platform/ProfileFile.h"
+#include "core/model/Text.h"
+#include "core/platform/FileVersion.h"
+#include "core/platform/Interaction.h"
+#include "core/platform/Paths.h"
+
+#include <array>
+#include <exception>
+#include <utility>
+
+namespace gelvane {
+
+const std::string &Settings::FolderOfKind(int kind) const {
+    switch (kind) {
+    case 0:
+        return CR2Folder;
+    case 1:
+        return PZ2Folder;
+    case 2:
+        return PP2Folder;
+    case 3:
+        return HR2Folder;
+    case 4:
+        return CM2Folder;
+    case 5:
+        return FC2Folder;
+    case 6:
+        return HD2Folder;
+    default:
+        return LT2Folder;
+    }
+}
+
+std::string SettingsFilePath() {
+    return JoinPath(StateFolder(), "Settings.ini");
+}
+
+std::string ReadIni(const std::string &section, const std::string &key, const std::string &fileName,
+                    const std::string &defaultValue) {
+    return ReadProfileString(section, key, fileName, defaultValue, 260);
+}
+
+bool WriteIni(const std::string &section, const std::string &key, const std::string &value, const std::string &fileName,
+              bool allowNull) {
+    const std::string_view keyView(key), valueView(value);
+    if (allowNull && section.empty())
+        return false;
+    const std::string_view *keyArg = allowNull && key.empty() ? nullptr : &keyView;
+    const std::string_view *valueArg = allowNull && value.empty() ? nullptr : &valueView;
+    return WriteProfileString(section, keyArg, valueArg, fileName);
+}
+
+namespace {
+
+constexpr const char *kFolders = "Folders";
+constexpr const char *kGeneral = "General";
+
+// A stored "none" is never a folder, whatever the current directory holds.
+bool IsExistingFolder(const std::string &value) {
+    return !value.empty() && value != "none" && FolderExists(value);
+}
+
+// A step that fails leaves its setting as it was; loading goes on.
+template <typename Step> void IgnoringFailures(Step &&step) {
+    try {
+        step();
+    } catch (const std::exception &) {
+    }
+}
+
+bool ParseBool(const std::string &text) {
+    return LCase(text) == "true";
+}
+
+const char *BoolText(bool value) {
+    return value ? "True" : "False";
+}
+
+// "5.0.3.1" gives "5.0"; a text with at most one "." stays as it is.
+std::string ShortVersion(const std::string &version) {
+    const size_t first = InStr(version, ".");
+    if (first == InStrRev(version, "."))
+        return version;
+    const size_t second = InStr(version, ".", first + 1);
+    return std::string(Left(version, static_cast<long long>(second) - 1));
+}
+
+} // namespace
+
+Settings LoadSettings(Interaction &ui) {
+    return LoadSettings(ui, std::nullopt);
+}
+
+Settings LoadSettings(Interaction &ui, const std::optional<std::string> &registeredPoserFolder) {
+    Settings s;
+    const std::string file = SettingsFilePath();
+    const auto read = [&](const char *section, const char *key) { return ReadIni(section, key, file, ""); };
+    const auto write = [&](const char *section, const char *key, const std::string &value) {
+        WriteIni(section, key, value, file, false);
+    };
+
+    IgnoringFailures([&] {
+        if (!FileExists(file))
+            WriteFileAtomic(file, "[Folders]\r\n");
+    });
+
+    std::string poser;
+    IgnoringFailures([&] {
+        poser = read(kFolders, "Poser");
+        if (IsExistingFolder(poser))
+            return;
+        if (registeredPoserFolder)
+            poser = *registeredPoserFolder;
+        if (IsExistingFolder(poser)) {
+            const MsgResult answer = ui.MessageBox("Is " + poser + "\r\n" + "your Poser directory?",
+                                                   "Default Poser folder", MsgIcon::None, MsgButtons::YesNo);
+            if (answer != MsgResult::Yes) {
+                poser = "none";
+                ui.MessageBox(std::string("You can manually choose your Poser folder later") + "\r\n" +
+                              "in the Preferences form (in the Settings menu).");
+            }
+        } else {
+            poser = "none";
+        }
+        write(kFolders, "Poser", poser.empty() ? "none" : poser);
+    });
+    const std::string workingPoser = IsExistingFolder(poser) ? poser : std::string();
+
+    static constexpr std::array<std::pair<const char *, const char *>, 10> kDerived{{
+        {"CR2", "\\Runtime\\Libraries\\Character"},
+        {"PZ2", "\\Runtime\\Libraries\\Pose"},
+        {"PP2", "\\Runtime\\Libraries\\Props"},
+        {"HR2", "\\Runtime\\Libraries\\Hair"},
+        {"CM2", "\\Runtime\\Libraries\\Camera"},
+        {"FC2", "\\Runtime\\Libraries\\Face"},
+        {"HD2", "\\Runtime\\Libraries\\Hand"},
+        {"LT2", "\\Runtime\\Libraries\\Light"},
+        {"Map", "\\Runtime\\Textures"},
+        {"Save", "\\Runtime\\Libraries\\Pose"},
+    }};
+    for (const auto &[key, derived] : kDerived) {
+        IgnoringFailures([&] {
+            const std::string value = read(kFolders, key);
+            if (IsExistingFolder(value))
+                return;
+            if (!workingPoser.empty()) {
+                if (const auto real = ResolvePath(JoinPath(workingPoser, derived)); real && IsExistingFolder(*real)) {
+                    write(kFolders, key, *real);
+                    return;
+                }
+            }
+            write(kFolders, key, "none");
+        });
+    }
+
+    const std::array<std::pair<const char *, std::string *>, 11> folders{{
+        {"CR2", &s.CR2Folder},
+        {"HR2", &s.HR2Folder},
+        {"PP2", &s.PP2Folder},
+        {"PZ2", &s.PZ2Folder},
+        {"CM2", &s.CM2Folder},
+        {"FC2", &s.FC2Folder},
+        {"HD2", &s.HD2Folder},
+        {"LT2", &s.LT2Folder},
+        {"Poser", &s.PoserFolder},
+        {"Save", &s.SaveFolder},
+        {"Map", &s.MapFolder},
+    }};
+    for (const auto &[key, target] : folders)
+        IgnoringFailures([&, key = key, target = target] { *target = read(kFolders, key); });
+
+    const auto loadBool = [&](const char *key, bool &target, bool fallback) {
+        IgnoringFailures([&] {
+            const std::string value = read(kGeneral, key);
+            if (value.empty()) {
+                write(kGeneral, key, BoolText(fallback));
+                target = fallback;
+            } else {
+                target = ParseBool(value);
+            }
+        });
+    };
+    loadBool("CdlgThumb", s.CdlgThumb, true);
+    loadBool("MapThumb", s.MapThumb, true);
+    loadBool("MainThumb", s.MainThumb, true);
+    loadBool("AutoCorrect", s.AutoCorrect, true);
+    loadBool("SetNoMap", s.SetNoMap, false);
+    loadBool("SetPoserVersion", s.SetPoserVersion, true);
+    loadBool("SetP5Version", s.SetP5Version, true);
+
+    for (const auto &[key, target] :
+         {std::pair{"PVersionNumber", &s.PVersionNumber}, std::pair{"P5VersionNumber", &s.P5VersionNumber}}) {
+        IgnoringFailures([&, key = key, target = target] {
+            const std::string value = read(kGeneral, key);
+            if (!value.empty()) {
+                *target = value;
+                return;
+            }
+            const std::string exe = JoinPath(s.PoserFolder, "Poser.exe");
+            *target = s.PoserFolder != "none" && FileExists(exe) ? ShortVersion(FileVersionString(exe)) : "4.01";
+            write(kGeneral, key, *target);
+        });
+    }
+
+    IgnoringFailures([&] {
+        const std::string value = read(kGeneral, "SaveAsType");
+        if (value.empty()) {
+            write(kGeneral, "SaveAsType", "P4");
+            s.SaveAsP4 = true;
+        } else {
+            s.SaveAsP4 = LCase(value) == "p4";
+        }
+    });
+    IgnoringFailures([&] {
+        const std::string value = read(kGeneral, "FileSystem");
+        if (value.empty()) {
+            write(kGeneral, "FileSystem", "DOS");
+            s.FileSystemDOS = true;
+        } else {
+            s.FileSystemDOS = LCase(value) == "dos";
+        }
+    });
+
+    loadBool("ReportTime", s.ReportTime, true);
+    loadBool("DisableProperties", s.DisableProperties, true);
+
+    IgnoringFailures([&] {
+        const std::string value = read(kGeneral, "DefaultTemplate");
+        if (!value.empty() && FileExists(JoinPath(StateFolder(), "Templates/" + value + ".cfg")))
+            s.DefaultTemplate = value;
+    });
+    return s;
+}
+
+void CreateStateFolders() {
+    const std::string state = StateFolder();
+    for (const char *name : {"Templates", "Cache"}) {
+        const std::string folder = JoinPath(state, name);
+        if (!FolderExists(folder))
+            CreateFolder(folder);
+    }
+}
+
+void SaveSettings(const Settings &s) {
+    const std::string file = SettingsFilePath();
+    const auto write = [&](const char *section, const char *key, const std::string &value) {
+        WriteIni(section, key, value, file, false);
+    };
+    write(kFolders, "CR2", s.CR2Folder);
+    write(kFolders, "PZ2", s.PZ2Folder);
+    write(kFolders, "PP2", s.PP2Folder);
+    write(kFolders, "HR2", s.HR2Folder);
+    write(kFolders, "CM2", s.CM2Folder);
+    write(kFolders, "FC2", s.FC2Folder);
+    write(kFolders, "HD2", s.HD2Folder);
+    write(kFolders, "LT2", s.LT2Folder);
+    write(kFolders, "Poser", s.PoserFolder);
+    write(kFolders, "Map", s.MapFolder);
+    write(kFolders, "Save", s.SaveFolder);
+    write(kGeneral, "CdlgThumb", BoolText(s.CdlgThumb));
+    write(kGeneral, "MapThumb", BoolText(s.MapThumb));
+    write(kGeneral, "MainThumb", BoolText(s.MainThumb));
+    write(kGeneral, "AutoCorrect", BoolText(s.AutoCorrect));
+    write(kGeneral, "SetNoMap", BoolText(s.SetNoMap));
+    write(kGeneral, "SetPoserVersion", BoolText(s.SetPoserVersion));
+    write(kGeneral, "SetP5Version", BoolText(s.SetP5Version));
+    write(kGeneral, "PVersionNumber", s.PVersionNumber);
+    write(kGeneral, "P5VersionNumber", s.P5VersionNumber);
+    write(kGeneral, "ReportTime", BoolText(s.ReportTime));
+    write(kGeneral, "DefaultTemplate", s.DefaultTemplate);
+    write(kGeneral, "DisableProperties", BoolText(s.DisableProperties));
+    write(kGeneral, "SaveAsType", s.SaveAsP4 ? "P4" : "P5");
+    write(kGeneral, "FileSystem", s.FileSystemDOS ? "DOS" : "UNIX");
+}
+
+} // namespace gelvane

@@ -1,0 +1,374 @@
+#include "core/maps/Thumbnails.h"
+
+#include "core/model/Numbers.h"
+#include "core/model/Session.h"
+#include "core/model/Text.h"
+#include "core/platform/Paths.h"
+
+#include <Magick++.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdlib>
+#include <mutex>
+
+namespace gelvane {
+
+namespace {
+
+void EnsureMagick() {
+    static std::once_flag once;
+    std::call_once(once, [] { Magick::InitializeMagick(nullptr); });
+}
+
+std::string ExtensionOf(std::string_view path) {
+    const size_t dot = path.rfind('.');
+    if (dot == std::string_view::npos)
+        return {};
+    return LCase(path.substr(dot + 1));
+}
+
+// Pictures were measured in hundredths of a millimetre at 96 pixels an inch.
+long LogicalUnits(int pixels) {
+    return static_cast<long>(RoundHalfEven(pixels * 2540.0 / 96.0));
+}
+
+constexpr double kUnitsPerPixel = 26.45864661654;
+
+bool ReadInto(Magick::Image &image, const std::string &source) {
+    try {
+        image.read(source);
+    } catch (const std::exception &) {
+        return false;
+    }
+    return image.columns() > 0 && image.rows() > 0;
+}
+
+Thumbnail ToRgb(Magick::Image &image) {
+    if (image.colorSpace() == Magick::CMYKColorspace)
+        image.colorSpace(Magick::sRGBColorspace);
+    if (image.matte()) {
+        // Transparent parts show the black of the surface.
+        Magick::Image black(Magick::Geometry(image.columns(), image.rows()), Magick::Color("black"));
+        black.composite(image, 0, 0, Magick::OverCompositeOp);
+        image = black;
+    }
+    Thumbnail out;
+    out.Width = static_cast<int>(image.columns());
+    out.Height = static_cast<int>(image.rows());
+    out.Rgb.resize(static_cast<size_t>(out.Width) * out.Height * 3);
+    image.write(0, 0, out.Width, out.Height, "RGB", Magick::CharPixel, out.Rgb.data());
+    return out;
+}
+
+// Box-averages (or repeats, when enlarging) the source into dw x dh pixels at (dx, dy).
+void Blit(const Thumbnail &src, Thumbnail &dst, int dx, int dy, int dw, int dh) {
+    if (src.Width <= 0 || src.Height <= 0 || dw <= 0 || dh <= 0)
+        return;
+    for (int y = 0; y < dh; ++y) {
+        const int ty = dy + y;
+        if (ty < 0 || ty >= dst.Height)
+            continue;
+        const int sy0 = static_cast<int>(static_cast<long long>(y) * src.Height / dh);
+        const int sy1 = std::max(sy0 + 1, static_cast<int>(static_cast<long long>(y + 1) * src.Height / dh));
+        for (int x = 0; x < dw; ++x) {
+            const int tx = dx + x;
+            if (tx < 0 || tx >= dst.Width)
+                continue;
+            const int sx0 = static_cast<int>(static_cast<long long>(x) * src.Width / dw);
+            const int sx1 = std::max(sx0 + 1, static_cast<int>(static_cast<long long>(x + 1) * src.Width / dw));
+            unsigned long sum[3] = {0, 0, 0};
+            unsigned long count = 0;
+            for (int sy = sy0; sy < sy1 && sy < src.Height; ++sy) {
+                const uint8_t *row = &src.Rgb[(static_cast<size_t>(sy) * src.Width + sx0) * 3];
+                for (int sx = sx0; sx < sx1 && sx < src.Width; ++sx, row += 3) {
+                    sum[0] += row[0];
+                    sum[1] += row[1];
+                    sum[2] += row[2];
+                    ++count;
+                }
+            }
+            uint8_t *out = &dst.Rgb[(static_cast<size_t>(ty) * dst.Width + tx) * 3];
+            for (int c = 0; c < 3; ++c)
+                out[c] = static_cast<uint8_t>((sum[c] + count / 2) / std::max(count, 1UL));
+        }
+    }
+}
+
+Thumbnail BlackSurface() {
+    Thumbnail t;
+    t.Width = kThumbPixels;
+    t.Height = kThumbPixels;
+    t.Rgb.assign(static_cast<size_t>(t.Width) * t.Height * 3, 0);
+    return t;
+}
+
+int UnitsToPixels(int units) {
+    return (units + kThumbUnitsPerPixel / 2) / kThumbUnitsPerPixel;
+}
+
+// A 5 x 7 face for the few words of the fixed images.
+const std::array<const char *, 7> *Glyph(char c) {
+    static const std::array<const char *, 7> N{"X...X", "XX..X", "X.X.X", "X.X.X", "X..XX", "X...X", "X...X"};
+    static const std::array<const char *, 7> A{".XXX.", "X...X", "X...X", "XXXXX", "X...X", "X...X", "X...X"};
+    static const std::array<const char *, 7> L{"X....", "X....", "X....", "X....", "X....", "X....", "XXXXX"};
+    static const std::array<const char *, 7> O{".XXX.", "X...X", "X...X", "X...X", "X...X", "X...X", ".XXX."};
+    static const std::array<const char *, 7> D{"XXXX.", "X...X", "X...X", "X...X", "X...X", "X...X", "XXXX."};
+    static const std::array<const char *, 7> I{"XXXXX", "..X..", "..X..", "..X..", "..X..", "..X..", "XXXXX"};
+    static const std::array<const char *, 7> G{".XXX.", "X...X", "X....", "X.XXX", "X...X", "X...X", ".XXX."};
+    static const std::array<const char *, 7> M{"X...X", "XX.XX", "X.X.X", "X.X.X", "X...X", "X...X", "X...X"};
+    static const std::array<const char *, 7> E{"XXXXX", "X....", "X....", "XXXX.", "X....", "X....", "XXXXX"};
+    static const std::array<const char *, 7> P{"XXXX.", "X...X", "X...X", "XXXX.", "X....", "X....", "X...."};
+    static const std::array<const char *, 7> R{"XXXX.", "X...X", "X...X", "XXXX.", "X.X..", "X..X.", "X...X"};
+    static const std::array<const char *, 7> V{"X...X", "X...X", "X...X", "X...X", "X...X", ".X.X.", "..X.."};
+    static const std::array<const char *, 7> W{"X...X", "X...X", "X...X", "X.X.X", "X.X.X", "XX.XX", "X...X"};
+    switch (c) {
+    case 'N':
+        return &N;
+    case 'A':
+        return &A;
+    case 'L':
+        return &L;
+    case 'O':
+        return &O;
+    case 'D':
+        return &D;
+    case 'I':
+        return &I;
+    case 'G':
+        return &G;
+    case 'M':
+        return &M;
+    case 'E':
+        return &E;
+    case 'P':
+        return &P;
+    case 'R':
+        return &R;
+    case 'V':
+        return &V;
+    case 'W':
+        return &W;
+    default:
+        return nullptr;
+    }
+}
+
+void DrawWord(Thumbnail &t, std::string_view word, int scale, uint8_t grey) {
+    const int width = static_cast<int>(word.size()) * 6 * scale - scale;
+    const int left = (t.Width - width) / 2;
+    const int top = (t.Height - 7 * scale) / 2;
+    for (size_t i = 0; i < word.size(); ++i) {
+        const auto *glyph = Glyph(word[i]);
+        if (!glyph)
+            continue;
+        for (int gy = 0; gy < 7; ++gy)
+            for (int gx = 0; gx < 5; ++gx) {
+                if ((*glyph)[gy][gx] != 'X')
+                    continue;
+                for (int sy = 0; sy < scale; ++sy)
+                    for (int sx = 0; sx < scale; ++sx) {
+                        const int x = left + static_cast<int>(i) * 6 * scale + gx * scale + sx;
+                        const int y = top + gy * scale + sy;
+                        if (x < 0 || y < 0 || x >= t.Width || y >= t.Height)
+                            continue;
+                        uint8_t *p = &t.Rgb[(static_cast<size_t>(y) * t.Width + x) * 3];
+                        p[0] = p[1] = p[2] = grey;
+                    }
+            }
+    }
+}
+
+} // namespace
+
+std::optional<DecodedPicture> DecodePicture(const std::string &path, bool reduceLargeJpeg) {
+    const auto resolved = ResolvePath(path);
+    if (!resolved || !FileExists(*resolved))
+        return std::nullopt;
+    EnsureMagick();
+    const std::string ext = ExtensionOf(*resolved);
+    try {
+        DecodedPicture out;
+        std::string hint;
+        if ((ext == "jpg" || ext == "jpeg") && reduceLargeJpeg) {
+            Magick::Image header;
+            header.quiet(true);
+            try {
+                header.ping(*resolved);
+            } catch (const std::exception &) {
+                return std::nullopt;
+            }
+            out.Width = static_cast<int>(header.columns());
+            out.Height = static_cast<int>(header.rows());
+            if (std::max(out.Width, out.Height) > kThumbJpegHintPixels)
+                hint = std::to_string(kThumbJpegHintPixels / 2) + "x" + std::to_string(kThumbJpegHintPixels / 2);
+        }
+        Magick::Image image;
+        // Each attempt starts from a fresh image, so a failed one leaves nothing behind.
+        const auto attempt = [&](const std::string &source) {
+            image = Magick::Image();
+            image.quiet(true);
+            image.subImage(0); // the first frame or layer (a PSD's composite) is enough
+            image.subRange(1);
+            if (!hint.empty())
+                image.defineValue("jpeg", "size", hint);
+            return ReadInto(image, source);
+        };
+        // Bump files are bitmaps by content; fall back on sniffing if one isn't.
+        if (!(ext == "bum" && attempt("BMP:" + *resolved)) && !attempt(*resolved))
+            return std::nullopt;
+        if (out.Width == 0) {
+            out.Width = static_cast<int>(image.columns());
+            out.Height = static_cast<int>(image.rows());
+        }
+        // Nothing finer than twice the thumbnail is ever shown.
+        constexpr unsigned kKeep = 2 * kThumbPixels;
+        if (image.columns() > kKeep || image.rows() > kKeep)
+            image.scale(Magick::Geometry(kKeep, kKeep));
+        out.Pixels = ToRgb(image);
+        return out;
+    } catch (const std::exception &) {
+        return std::nullopt;
+    }
+}
+
+ThumbPlacement PlaceThumbnail(double width, double height, int surfaceW, int surfaceH) {
+    const float ratio = static_cast<float>(width / height);
+    const int W = surfaceW - kThumbMargin;
+    const int H = surfaceH - kThumbMargin;
+    ThumbPlacement p;
+    if (ratio < 1.0f) {
+        p.h = ToInt16(H);
+        p.w = ToInt16(static_cast<float>(p.h) * ratio);
+        p.x = static_cast<int16_t>(std::floor(std::abs(p.w - p.h) / 2.0));
+        p.y = 0;
+    } else {
+        p.w = ToInt16(W);
+        p.h = ToInt16(static_cast<float>(p.w) / ratio);
+        p.y = static_cast<int16_t>(std::floor(std::abs(p.w - p.h) / 2.0));
+        p.x = 0;
+    }
+    return p;
+}
+
+Thumbnail PaintThumbnail(const DecodedPicture &picture) {
+    Thumbnail surface = BlackSurface();
+    const ThumbPlacement p = PlaceThumbnail(LogicalUnits(picture.Width), LogicalUnits(picture.Height));
+    Blit(picture.Pixels, surface, UnitsToPixels(p.x), UnitsToPixels(p.y), std::max(1, UnitsToPixels(p.w)),
+         std::max(1, UnitsToPixels(p.h)));
+    return surface;
+}
+
+std::string ThumbDimensions(int widthPixels, int heightPixels) {
+    const auto w = static_cast<long long>(RoundHalfEven(LogicalUnits(widthPixels) / kUnitsPerPixel));
+    const auto h = static_cast<long long>(RoundHalfEven(LogicalUnits(heightPixels) / kUnitsPerPixel));
+    return std::to_string(w) + " X " + std::to_string(h);
+}
+
+Thumbnail FixedThumbnail(std::string_view key) {
+    Thumbnail t = BlackSurface();
+    if (key == "NA")
+        DrawWord(t, "NA", 4, 200);
+    else if (key == "Loading")
+        DrawWord(t, "LOADING", 2, 200);
+    else if (key == "NoImage")
+        DrawWord(t, "NO IMAGE", 2, 160);
+    else if (key == "PicPrev")
+        DrawWord(t, "PREVIEW", 2, 160);
+    return t;
+}
+
+ThumbnailCache::ThumbnailCache() {
+    AddFixedImages();
+}
+
+void ThumbnailCache::AddFixedImages() {
+    for (const char *key : {"Black", "NoImage", "PicPrev", "NA", "Loading"})
+        Add(key, FixedThumbnail(key), 0);
+}
+
+void ThumbnailCache::Add(const std::string &key, Thumbnail image, int listIndex) {
+    List &list = m_lists[Index(listIndex)];
+    auto [it, inserted] = list.Images.insert_or_assign(key, std::move(image));
+    (void)it;
+    if (inserted)
+        list.Order.push_back(key);
+}
+
+const Thumbnail *ThumbnailCache::Find(std::string_view key, int listIndex) const {
+    const List &list = m_lists[Index(listIndex)];
+    auto it = list.Images.find(std::string(key));
+    if (it == list.Images.end())
+        it = list.Images.find(LCase(key)); // paths are kept lower case
+    return it == list.Images.end() ? nullptr : &it->second;
+}
+
+void ThumbnailCache::Clear(int listIndex) {
+    m_lists[Index(listIndex)] = List{};
+    if (Index(listIndex) == 0)
+        AddFixedImages();
+}
+
+bool ThumbnailCache::LoadThumbNail(const std::string &path, int listIndex) {
+    const std::string key = LCase(path);
+    if (Contains(key, listIndex))
+        return false;
+    if (DoEvents)
+        DoEvents();
+    ++m_decodes;
+    const auto picture = DecodePicture(path);
+    if (!picture)
+        return false;
+    ThumbInfoRecord info{path, ThumbDimensions(picture->Width, picture->Height)};
+    if (m_thumbInfo.size() == 1 && m_thumbInfo[0].Path.empty())
+        m_thumbInfo[0] = std::move(info); // the one empty element is filled first
+    else
+        m_thumbInfo.push_back(std::move(info));
+    Add(key, PaintThumbnail(*picture), listIndex);
+    if (DoEvents) {
+        DoEvents();
+        DoEvents();
+    }
+    return true;
+}
+
+std::string ThumbnailCache::DimensionsOf(std::string_view path) const {
+    const std::string key = LCase(path);
+    for (const auto &info : m_thumbInfo)
+        if (!info.Path.empty() && LCase(info.Path) == key)
+            return info.Dimensions;
+    return {};
+}
+
+ThumbnailCache &SharedThumbnails() {
+    static ThumbnailCache cache;
+    return cache;
+}
+
+void ConnectThumbnails(Session &session, ThumbnailCache &cache) {
+    session.LoadThumbNail = [&cache](const std::string &path) { cache.LoadThumbNail(path, 0); };
+    session.ResetThumbnails = [&cache] { cache.Clear(0); };
+}
+
+PreviewChoice PreviewSelectedFile(const std::string &path) {
+    if (path.empty() || FolderExists(path) || !FileExists(path))
+        return {};
+    static const char *const kPictures[] = {".bmp", ".jpg", "jpeg", ".gif", ".rle", ".wmf", ".emf", ".png",
+                                            ".tif", "tiff", ".bum", ".pcx", ".pgm", "pict", ".psd", ".tga"};
+    static const char *const kPoser[] = {".cr2", ".pz2", ".pp2", ".fc2", ".cm2", ".hr2", ".hd2", ".lt2"};
+    const std::string tail = LCase(Right(path, 4));
+    for (const char *picture : kPictures)
+        if (tail == picture)
+            return {PreviewChoice::Picture, path};
+    for (const char *poser : kPoser)
+        if (tail == poser) {
+            std::string png = std::string(Left(path, static_cast<long long>(InStrRev(path, ".")))) + "png";
+            if (FileExists(png))
+                return {PreviewChoice::Picture, png};
+            return {PreviewChoice::NotAvailable, {}};
+        }
+    return {PreviewChoice::NotAvailable, {}};
+}
+
+} // namespace gelvane

@@ -1,0 +1,162 @@
+#include "core/model/Text.h"
+
+#include "core/model/Failure.h"
+
+#include <algorithm>
+
+namespace gelvane {
+
+size_t InStr(std::string_view text, std::string_view find, size_t start) {
+    if (start < 1)
+        Fail(ErrInvalidCall);
+    if (start > text.size() + 1)
+        return 0;
+    if (find.empty())
+        return start;
+    const size_t pos = text.find(find, start - 1);
+    return pos == std::string_view::npos ? 0 : pos + 1;
+}
+
+size_t InStrRev(std::string_view text, std::string_view find, size_t start) {
+    if (start == 0 || start > text.size())
+        start = text.size();
+    if (find.empty())
+        return start;
+    if (find.size() > text.size())
+        return 0;
+    // The match must lie entirely within the first `start` characters.
+    if (start < find.size())
+        return 0;
+    const size_t pos = text.substr(0, start).rfind(find);
+    return pos == std::string_view::npos ? 0 : pos + 1;
+}
+
+size_t InStrNoCase(std::string_view text, std::string_view find, size_t start) {
+    if (start < 1)
+        Fail(ErrInvalidCall);
+    if (start > text.size() + 1)
+        return 0;
+    if (find.empty())
+        return start;
+    auto eq = [](char a, char b) { return LowerChar(a) == LowerChar(b); };
+    auto it = std::search(text.begin() + static_cast<long>(start - 1), text.end(), find.begin(), find.end(), eq);
+    return it == text.end() ? 0 : static_cast<size_t>(it - text.begin()) + 1;
+}
+
+std::string_view Mid(std::string_view text, long long start, long long length) {
+    if (start < 1)
+        Fail(ErrInvalidCall);
+    if (length < 0)
+        Fail(ErrInvalidCall);
+    const size_t from = static_cast<size_t>(start - 1);
+    if (from >= text.size())
+        return {};
+    return text.substr(from, static_cast<size_t>(std::min<long long>(length, static_cast<long long>(text.size()))));
+}
+
+std::string_view Left(std::string_view text, long long length) {
+    if (length < 0)
+        Fail(ErrInvalidCall);
+    return text.substr(0, std::min(text.size(), static_cast<size_t>(length)));
+}
+
+std::string_view Right(std::string_view text, long long length) {
+    if (length < 0)
+        Fail(ErrInvalidCall);
+    const size_t n = std::min(text.size(), static_cast<size_t>(length));
+    return text.substr(text.size() - n);
+}
+
+std::string Replace(std::string_view text, std::string_view find, std::string_view with) {
+    if (find.empty())
+        return std::string(text);
+    std::string out;
+    out.reserve(text.size());
+    size_t pos = 0;
+    while (true) {
+        const size_t hit = text.find(find, pos);
+        if (hit == std::string_view::npos)
+            break;
+        out.append(text, pos, hit - pos);
+        out.append(with);
+        pos = hit + find.size();
+    }
+    out.append(text, pos);
+    return out;
+}
+
+std::string ReplaceUntilNone(std::string_view text, std::string_view find, std::string_view with) {
+    std::string out(text);
+    if (find.empty() || with.find(find) != std::string_view::npos)
+        return Replace(text, find, with); // would never end; one pass is all that can be done
+    while (out.find(find) != std::string::npos)
+        out = Replace(out, find, with);
+    return out;
+}
+
+char LowerChar(char c) {
+    return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+std::string LCase(std::string_view text) {
+    std::string out(text);
+    for (char &c : out)
+        c = LowerChar(c);
+    return out;
+}
+
+std::string UCase(std::string_view text) {
+    std::string out(text);
+    for (char &c : out)
+        if (c >= 'a' && c <= 'z')
+            c = static_cast<char>(c - 'a' + 'A');
+    return out;
+}
+
+bool EqualsNoCase(std::string_view a, std::string_view b) {
+    if (a.size() != b.size())
+        return false;
+    for (size_t i = 0; i < a.size(); ++i)
+        if (LowerChar(a[i]) != LowerChar(b[i]))
+            return false;
+    return true;
+}
+
+bool StartsWith(std::string_view text, std::string_view prefix) {
+    return text.substr(0, prefix.size()) == prefix;
+}
+
+bool EndsWith(std::string_view text, std::string_view suffix) {
+    return text.size() >= suffix.size() && text.substr(text.size() - suffix.size()) == suffix;
+}
+
+std::string_view LTrim(std::string_view text) {
+    const size_t first = text.find_first_not_of(' ');
+    return first == std::string_view::npos ? std::string_view{} : text.substr(first);
+}
+
+std::string_view RTrim(std::string_view text) {
+    const size_t last = text.find_last_not_of(' ');
+    return last == std::string_view::npos ? std::string_view{} : text.substr(0, last + 1);
+}
+
+std::string_view Trim(std::string_view text) {
+    return RTrim(LTrim(text));
+}
+
+std::string StripControls(std::string_view text) {
+    std::string out;
+    out.reserve(text.size());
+    for (char c : text)
+        if (c != '\t' && c != '\r' && c != '\n')
+            out.push_back(c);
+    return std::string(Trim(out));
+}
+
+std::string CrToLf(std::string_view text) {
+    std::string out(text);
+    std::replace(out.begin(), out.end(), kCr, kLf);
+    return out;
+}
+
+} // namespace gelvane

@@ -1,0 +1,34 @@
+#include "gui/GuiMain.h"
+
+#include "core/app/Settings.h"
+#include "core/model/Session.h"
+#include "gui/MainWindow.h"
+#include "gui/QtInteraction.h"
+
+#include <QApplication>
+
+namespace gelvane {
+
+int RunGui(int argc, char **argv, const std::string &commandText) {
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(kProgramTitle);
+    Settings settings;
+    QtInteraction ui(settings);
+    Session session(settings, ui);
+    session.CommandLineOpen = false;
+    session.FileModified = false;
+    session.MultiFigure = false;
+
+    MainWindow window(session, settings);
+    ui.setOwner(&window);
+    ui.setBeforeMessage([&window] { window.refreshFromSession(); });
+    window.show();
+    settings = LoadSettings(ui);
+    window.StartUp(commandText);
+    const int status = app.exec();
+    ui.setOwner(nullptr);
+    ui.setBeforeMessage({});
+    return status;
+}
+
+} // namespace gelvane

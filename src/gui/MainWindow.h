@@ -1,0 +1,76 @@
+#pragma once
+// frmMain: menus, the tab strip with the three pages, the title, dropping a
+// file on the window and the closing rules. Handlers call one core operation
+// on the session and redraw from it.
+#include "core/reader/FigureSelection.h"
+#include "core/app/MainWindowState.h"
+
+#include <QMainWindow>
+#include <functional>
+#include <map>
+
+class QAction;
+class QTabWidget;
+
+namespace gelvane {
+
+struct Settings;
+class Session;
+class MaterialPage;
+class PosePage;
+class SaveOptionsPage;
+
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+public:
+    MainWindow(Session &session, Settings &settings, QWidget *parent = nullptr);
+
+    // Start-up once the settings are loaded: the options from the settings, then
+    // the command text (a path opens through the Open command of its kind).
+    void StartUp(const std::string &commandText);
+    // Runs an Open menu command and redraws.
+    void RunOpenMenu(OpenMenu menu);
+    // Dropping a file anywhere on the window but a path box.
+    void DropFile(const std::string &path);
+
+    // The windows that other parts of the program provide, by the name of the
+    // menu entry that opens them (mnuSelSets, mnuImport, mnuFileInfo,
+    // mnuBatchConvert, mnuPreferences). An entry without one stays disabled.
+    void setWindowOpener(const QString &menuName, std::function<void(QWidget *owner)> opener);
+    // How a figure of a multi-figure file is chosen; frmFigure unless replaced.
+    void setFigureChooser(FigureChooser chooser);
+
+public slots:
+    // Redraws menus, title and pages from the session.
+    void refreshFromSession();
+    // Redraws the title and the enabled states of the menu entries.
+    void refreshMenus();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
+
+private:
+    void buildMenus();
+    void buildPages();
+    QAction *addEntry(QMenu *menu, const QString &name, const QString &caption, const QKeySequence &shortcut = {});
+    void tbsOptions_Click(int index);
+    void mnuSave_Click();
+    void mnuSaveAs_Click();
+    void mnuBatchConvert_Click();
+    void afterOpen();
+    FigureChooser figureChooser();
+
+    Session &m_session;
+    Settings &m_settings;
+    QTabWidget *m_tbsOptions = nullptr;
+    MaterialPage *m_materialPage = nullptr;
+    PosePage *m_posePage = nullptr;
+    SaveOptionsPage *m_saveOptions = nullptr;
+    std::map<QString, QAction *> m_entries;
+    std::map<QString, std::function<void(QWidget *)>> m_openers;
+    FigureChooser m_figureChooser;
+};
+
+} // namespace gelvane

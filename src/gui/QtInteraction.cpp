@@ -1,0 +1,167 @@
+#include "gui/QtInteraction.h"
+#include "gui/WidgetText.h"
+
+#include "core/app/Settings.h"
+#include "gui/PleaseWaitWindow.h"
+
+#include "gui/maps/ChoosePicWindow.h"
+#include "gui/FileDialogs.h"
+
+#include <QColorDialog>
+#include <QCoreApplication>
+#include <QInputDialog>
+#include <QMessageBox>
+
+namespace gelvane {
+
+namespace {
+
+std::string Bytes(const QString &text) {
+    return text.toLatin1().toStdString();
+}
+
+QMessageBox::Icon QtIcon(MsgIcon icon) {
+    switch (icon) {
+    case MsgIcon::Exclamation:
+        return QMessageBox::Warning;
+    case MsgIcon::Question:
+        return QMessageBox::Question;
+    case MsgIcon::Information:
+        return QMessageBox::Information;
+    case MsgIcon::Critical:
+        return QMessageBox::Critical;
+    case MsgIcon::None:
+        break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+} // namespace
+
+PleaseWaitWindow *QtInteraction::progressWindow() const {
+    return m_progress;
+}
+
+QtInteraction::~QtInteraction() {
+    delete m_progress;
+}
+
+MsgResult QtInteraction::MessageBox(const std::string &text, const std::string &title, MsgIcon icon,
+                                    MsgButtons buttons) {
+    if (m_beforeMessage)
+        m_beforeMessage();
+    QString shown = Latin1(text);
+    shown.replace("\r\n", "\n");
+    QMessageBox box(QtIcon(icon), Latin1(title.empty() ? std::string(kProgramTitle) : title), shown,
+                    QMessageBox::NoButton, m_owner);
+    box.setTextFormat(Qt::PlainText);
+    switch (buttons) {
+    case MsgButtons::OK:
+        box.setStandardButtons(QMessageBox::Ok);
+        break;
+    case MsgButtons::OKCancel:
+        box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
+        break;
+    case MsgButtons::YesNo:
+        box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+        break;
+    case MsgButtons::YesNoCancel:
+        box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+        break;
+    }
+    switch (box.exec()) {
+    case QMessageBox::Yes:
+        return MsgResult::Yes;
+    case QMessageBox::No:
+        return MsgResult::No;
+    case QMessageBox::Ok:
+        return MsgResult::OK;
+    default:
+        // A box closed by its title bar answers like its escape button.
+        return buttons == MsgButtons::YesNo ? MsgResult::No
+               : buttons == MsgButtons::OK  ? MsgResult::OK
+                                            : MsgResult::Cancel;
+    }
+}
+
+std::optional<std::string> QtInteraction::InputBox(const std::string &prompt, const std::string &title,
+                                                   const std::string &defaultText) {
+    bool ok = false;
+    const QString text = QInputDialog::getText(m_owner, Latin1(title.empty() ? std::string(kProgramTitle) : title),
+                                               Latin1(prompt), QLineEdit::Normal, Latin1(defaultText), &ok);
+    if (!ok)
+        return std::nullopt;
+    return Bytes(text);
+}
+
+std::optional<std::string> QtInteraction::ChooseFile(const FileDialogRequest &request) {
+    return ShowFileDialog(m_owner, request, *m_settings);
+}
+
+std::optional<std::string> QtInteraction::ChooseFolder(const std::string &start, const std::string &title) {
+    return ShowFolderDialog(m_owner, start, title);
+}
+
+std::optional<RgbColor> QtInteraction::ChooseColor(const RgbColor &initial) {
+    const QColor chosen = QColorDialog::getColor(QColor(initial.Red, initial.Green, initial.Blue), m_owner);
+    if (!chosen.isValid())
+        return std::nullopt;
+    return RgbColor{chosen.red(), chosen.green(), chosen.blue()};
+}
+
+int QtInteraction::ChooseMap(const std::string &wanted, const std::vector<MapCandidate> &candidates) {
+    return ChoosePic(m_owner, wanted, candidates);
+}
+
+void QtInteraction::ProgressShow(const std::string &title, const std::string &status, int barMax) {
+    if (!m_progress)
+        m_progress = new PleaseWaitWindow(m_owner);
+    m_progress->setWindowTitle(Latin1(title));
+    m_progress->setStatus(Latin1(status));
+    m_progress->setBarMaximum(barMax);
+    m_progress->show();
+    m_progress->raise();
+    m_progress->activateWindow();
+    m_progress->setFocus();
+}
+
+void QtInteraction::ProgressStatus(const std::string &status) {
+    if (m_progress)
+        m_progress->setStatus(Latin1(status));
+}
+
+void QtInteraction::ProgressDetail(const std::string &detail) {
+    if (m_progress)
+        m_progress->setDetail(Latin1(detail));
+}
+
+void QtInteraction::ProgressMax(int barMax) {
+    if (m_progress)
+        m_progress->setBarMaximum(barMax);
+}
+
+void QtInteraction::ProgressValue(int value) {
+    if (m_progress)
+        m_progress->setBarValue(value);
+}
+
+void QtInteraction::ProgressClose() {
+    // Released, so the next use starts from the design state again.
+    delete m_progress;
+    if (m_owner && m_owner->isEnabled() && m_owner->isVisible())
+        m_owner->activateWindow();
+}
+
+bool QtInteraction::ProgressVisible() const {
+    return m_progress && m_progress->isVisible();
+}
+
+void QtInteraction::DoEvents() {
+    QCoreApplication::processEvents(QEventLoop::AllEvents);
+}
+
+bool QtInteraction::ProgressCancelling() const {
+    return m_progress && m_progress->status() == kCancelling;
+}
+
+} // namespace gelvane

@@ -1,0 +1,18 @@
+#include "gui/maps/ThumbnailImage.h"
+
+namespace gelvane {
+
+QImage ThumbnailToImage(const Thumbnail &thumbnail) {
+    if (thumbnail.Width <= 0 || thumbnail.Height <= 0)
+        return {};
+    const QImage view(thumbnail.Rgb.data(), thumbnail.Width, thumbnail.Height, thumbnail.Width * 3,
+                      QImage::Format_RGB888);
+    return view.copy(); // the view borrows the cache's bytes
+}
+
+QPixmap CachedThumbnailPixmap(std::string_view key, int listIndex) {
+    const Thumbnail *thumbnail = SharedThumbnails().Find(key, listIndex);
+    return thumbnail ? QPixmap::fromImage(ThumbnailToImage(*thumbnail)) : QPixmap();
+}
+
+} // namespace gelvane
