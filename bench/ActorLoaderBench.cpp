@@ -1,7 +1,7 @@
 // Loading the channels of generated pose sections: the time should grow with the
 // text, tenfold for ten times the channels.
-#include "core/app/Settings.h"
 #include "core/model/Session.h"
+#include "core/model/Settings.h"
 #include "core/platform/Interaction.h"
 #include "core/reader/ActorLoader.h"
 

@@ -1,8 +1,9 @@
 // A generated character of about 10 and 100 MB with thousands of morph targets:
 // the silent conversion (materials from the tail, pose written) and the full
 // load of morphs and poses, with the peak memory of one load in a fresh child.
-#include "core/app/Settings.h"
+#include "core/app/OpenCommands.h"
 #include "core/model/Session.h"
+#include "core/model/Settings.h"
 #include "core/platform/Interaction.h"
 #include "core/platform/Paths.h"
 #include "core/reader/MorphLoader.h"

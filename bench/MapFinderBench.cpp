@@ -1,9 +1,9 @@
 // A character with 60 materials and 120 missing maps checked against a texture tree of
 // 50,000 files in 2,000 folders: the first check includes the one scan, the second
 // answers from the lists in memory.
-#include "core/app/Settings.h"
 #include "core/maps/MapCheck.h"
 #include "core/model/Session.h"
+#include "core/model/Settings.h"
 #include "core/platform/Interaction.h"
 
 #include <benchmark/benchmark.h>

@@ -1,7 +1,7 @@
 // Opening speed: a pose file with thousands of materials read whole, and a large
 // character whose materials come from its tail.
-#include "core/app/Settings.h"
 #include "core/model/Session.h"
+#include "core/model/Settings.h"
 #include "core/platform/Interaction.h"
 #include "core/reader/OpenFile.h"
 

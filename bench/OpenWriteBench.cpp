@@ -1,7 +1,7 @@
 // Opening a generated pose file with 5,000 materials and writing it back as a pose,
 // the work of one silent conversion.
-#include "core/app/Settings.h"
 #include "core/model/Session.h"
+#include "core/model/Settings.h"
 #include "core/platform/Interaction.h"
 #include "core/platform/Paths.h"
 #include "core/reader/OpenFile.h"

@@ -1,6 +1,6 @@
 // Writing a large pose: 5,000 materials over 50 owners, both formats, to a file.
-#include "core/app/Settings.h"
 #include "core/model/Session.h"
+#include "core/model/Settings.h"
 #include "core/platform/Interaction.h"
 #include "core/writer/PoseWriter.h"
 

@@ -1,4 +1,5 @@
 #include "core/app/CommandLine.h"
+#include "core/model/CommandText.h"
 
 #ifdef GELVANE_WITH_GUI
 #include "gui/GuiMain.h"

@@ -1,9 +1,8 @@
 #include "gui/FileDialogs.h"
 
-#include "core/app/Settings.h"
-#include "gui/maps/ThumbnailImage.h"
 #include "core/maps/Thumbnails.h"
 #include "core/platform/Paths.h"
+#include "gui/ThumbnailImage.h"
 
 #include <QDir>
 #include <QFileDialog>
@@ -56,7 +55,7 @@ QStringList NameFiltersOf(const std::string &filter) {
     return filters;
 }
 
-PreviewPanel::PreviewPanel(QWidget *parent) : QWidget(parent) {
+PreviewPanel::PreviewPanel(ThumbnailCache &thumbnails, QWidget *parent) : QWidget(parent), m_thumbnails(thumbnails) {
     setObjectName("PreviewPanel");
     m_picture = new QLabel(this);
     m_picture->setObjectName("picPreview");
@@ -78,9 +77,9 @@ PreviewPanel::PreviewPanel(QWidget *parent) : QWidget(parent) {
 }
 
 void PreviewPanel::ShowKey(const std::string &key) {
-    QPixmap pixmap = CachedThumbnailPixmap(key, 1);
+    QPixmap pixmap = CachedThumbnailPixmap(m_thumbnails, key, 1);
     if (pixmap.isNull() && key == "NA")
-        pixmap = CachedThumbnailPixmap(key, 0); // the fixed images stand in the main list
+        pixmap = CachedThumbnailPixmap(m_thumbnails, key, 0); // the fixed images stand in the main list
     if (pixmap.isNull()) {
         m_picture->clear();
         return;
@@ -100,13 +99,14 @@ void PreviewPanel::PreviewSelectedFile(const QString &path) {
         return;
     case PreviewChoice::Picture:
         // A picture met before is kept already; one that can't be decoded shows "NA".
-        SharedThumbnails().LoadThumbNail(choice.Path, 1);
-        ShowKey(SharedThumbnails().Contains(choice.Path, 1) ? choice.Path : std::string("NA"));
+        m_thumbnails.LoadThumbNail(choice.Path, 1);
+        ShowKey(m_thumbnails.Contains(choice.Path, 1) ? choice.Path : std::string("NA"));
         return;
     }
 }
 
-std::optional<std::string> ShowFileDialog(QWidget *parent, const FileDialogRequest &request, const Settings &) {
+std::optional<std::string> ShowFileDialog(QWidget *parent, const FileDialogRequest &request,
+                                          ThumbnailCache &thumbnails) {
     QFileDialog dialog(parent, Local(request.Title));
     dialog.setObjectName("CdlgEx");
     // Our own dialog, so that the preview panel has a place in it on every desktop.
@@ -131,8 +131,8 @@ std::optional<std::string> ShowFileDialog(QWidget *parent, const FileDialogReque
     PreviewPanel *panel = nullptr;
     if (request.Preview) {
         if (!request.ForSave)
-            SharedThumbnails().Add("NA", FixedThumbnail("NA"), 1);
-        panel = new PreviewPanel(&dialog);
+            thumbnails.Add("NA", FixedThumbnail("NA"), 1);
+        panel = new PreviewPanel(thumbnails, &dialog);
         if (auto *grid = qobject_cast<QGridLayout *>(dialog.layout()))
             grid->addWidget(panel, 1, grid->columnCount(), 1, 1, Qt::AlignTop);
         QObject::connect(&dialog, &QFileDialog::currentChanged, panel, &PreviewPanel::PreviewSelectedFile);
@@ -140,7 +140,7 @@ std::optional<std::string> ShowFileDialog(QWidget *parent, const FileDialogReque
 
     const bool accepted = dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty();
     if (request.Preview && !request.ForSave)
-        SharedThumbnails().Clear(1);
+        thumbnails.Clear(1);
     if (!accepted)
         return std::nullopt;
     return Bytes(QDir::toNativeSeparators(dialog.selectedFiles().first()));

@@ -12,13 +12,7 @@
 
 namespace gelvane {
 
-struct Settings;
-
-// The dialog flag values callers pass in FileDialogRequest::Flags.
-inline constexpr int kOfnOverwritePrompt = 0x2;
-inline constexpr int kOfnHideReadOnly = 0x4;
-inline constexpr int kOfnPathMustExist = 0x800;
-inline constexpr int kOfnFileMustExist = 0x1000;
+class ThumbnailCache;
 
 // "Name|*.a;*.b|All files|*.*" as Qt name filters. Patterns also match their
 // upper-case spelling, and "*.*" means every file, as users of the format expect.
@@ -28,7 +22,7 @@ QStringList NameFiltersOf(const std::string &filter);
 class PreviewPanel : public QWidget {
     Q_OBJECT
 public:
-    explicit PreviewPanel(QWidget *parent = nullptr);
+    explicit PreviewPanel(ThumbnailCache &thumbnails, QWidget *parent = nullptr);
 
     // Shows what the selected `path` previews to (nothing for folders and
     // missing paths); does nothing while "Show preview" is clear.
@@ -39,14 +33,16 @@ public:
 private:
     void ShowKey(const std::string &key);
 
+    ThumbnailCache &m_thumbnails;
     QLabel *m_picture;
     QCheckBox *m_check;
 };
 
 // Shows the open (or, with request.ForSave, the save) dialog. The chosen full
 // path, or nothing on Cancel. With request.Preview the panel previews each
-// selected file; the preview list of the thumbnail cache is emptied afterwards.
-std::optional<std::string> ShowFileDialog(QWidget *parent, const FileDialogRequest &request, const Settings &settings);
+// selected file; the preview list of `thumbnails` is emptied afterwards.
+std::optional<std::string> ShowFileDialog(QWidget *parent, const FileDialogRequest &request,
+                                          ThumbnailCache &thumbnails);
 
 // The folder chooser, starting in `start`; nothing on Cancel.
 std::optional<std::string> ShowFolderDialog(QWidget *parent, const std::string &start, const std::string &title);

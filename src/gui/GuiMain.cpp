@@ -1,6 +1,7 @@
 #include "gui/GuiMain.h"
 
-#include "core/app/Settings.h"
+#include "core/app/SettingsFile.h"
+#include "core/maps/Thumbnails.h"
 #include "core/model/Session.h"
 #include "gui/MainWindow.h"
 #include "gui/QtInteraction.h"
@@ -13,13 +14,14 @@ int RunGui(int argc, char **argv, const std::string &commandText) {
     QApplication app(argc, argv);
     QApplication::setApplicationName(kProgramTitle);
     Settings settings;
-    QtInteraction ui(settings);
+    // The window's image lists: the material page's thumbnails, the map choice and the
+    // open dialog's previews.
+    ThumbnailCache thumbnails;
+    QtInteraction ui(thumbnails);
     Session session(settings, ui);
-    session.CommandLineOpen = false;
-    session.FileModified = false;
-    session.MultiFigure = false;
+    ConnectThumbnails(session, thumbnails);
 
-    MainWindow window(session, settings);
+    MainWindow window(session, settings, thumbnails);
     ui.setOwner(&window);
     ui.setBeforeMessage([&window] { window.refreshFromSession(); });
     window.show();

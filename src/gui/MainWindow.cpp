@@ -1,18 +1,18 @@
 #include "gui/MainWindow.h"
-#include "gui/WidgetText.h"
 
-#include "core/app/Settings.h"
-#include "gui/channels/PosePage.h"
-#include "gui/materials/MaterialPage.h"
+#include "core/app/MainWindowState.h"
+#include "core/app/SaveCommands.h"
+#include "core/app/StartUp.h"
 #include "core/model/Session.h"
+#include "core/model/Settings.h"
 #include "core/platform/Desktop.h"
 #include "core/platform/Interaction.h"
-#include "gui/reader/FigureWindow.h"
-#include "core/reader/MorphLoader.h"
 #include "gui/AboutWindow.h"
 #include "gui/SaveOptionsPage.h"
-#include "core/writer/MtlExport.h"
-#include "core/writer/SaveCommands.h"
+#include "gui/WidgetText.h"
+#include "gui/channels/PosePage.h"
+#include "gui/materials/MaterialPage.h"
+#include "gui/reader/FigureWindow.h"
 
 #include <QCloseEvent>
 #include <QDragEnterEvent>
@@ -24,8 +24,8 @@
 
 namespace gelvane {
 
-MainWindow::MainWindow(Session &session, Settings &settings, QWidget *parent)
-    : QMainWindow(parent), m_session(session), m_settings(settings) {
+MainWindow::MainWindow(Session &session, Settings &settings, ThumbnailCache &thumbnails, QWidget *parent)
+    : QMainWindow(parent), m_session(session), m_settings(settings), m_thumbnails(thumbnails) {
     setObjectName("frmMain");
     setAcceptDrops(true);
     buildMenus();
@@ -111,7 +111,7 @@ void MainWindow::buildMenus() {
 void MainWindow::buildPages() {
     m_tbsOptions = new QTabWidget(this);
     m_tbsOptions->setObjectName("tbsOptions");
-    m_materialPage = new MaterialPage(m_session, m_tbsOptions);
+    m_materialPage = new MaterialPage(m_session, m_thumbnails, m_tbsOptions);
     m_posePage = new PosePage(m_session, m_tbsOptions);
     m_saveOptions = new SaveOptionsPage(m_session, m_tbsOptions);
     m_tbsOptions->addTab(m_materialPage, "Materials");
@@ -172,52 +172,18 @@ void MainWindow::tbsOptions_Click(int index) {
 }
 
 void MainWindow::StartUp(const std::string &commandText) {
-    m_session.View.mnuPoserEnabled = !m_settings.PoserFolder.empty() && m_settings.PoserFolder != "none";
-    ResetList(m_session.Figures);
-    m_session.Actors.assign(1, Actor{});
-    m_session.Options.PoserFormatP5 = !m_settings.SaveAsP4;
-    m_session.Options.FileSystemDOS = m_settings.FileSystemDOS;
+    gelvane::StartUp(m_session, commandText, figureChooser());
     refreshFromSession();
-    if (commandText.empty())
-        return;
-
-    m_session.CommandLineOpen = true;
-    m_session.CommandText = commandText;
-    const OpenMenu menu = MenuOfCommandText(commandText);
-    if (menu == OpenMenu::mnuMultiFigure) {
-        // A character from outside always goes through figure selection.
-        OpenCharacterFromOutside(m_session, figureChooser());
-        afterOpen();
-    } else if (menu != OpenMenu::None) {
-        RunOpenMenu(menu);
-    }
 }
 
 void MainWindow::RunOpenMenu(OpenMenu menu) {
-    if (menu == OpenMenu::None)
-        return;
-    if (menu == OpenMenu::mnuMultiFigure)
-        MultiFigureCommand(m_session, figureChooser());
-    else
-        OpenCommand(m_session, KindOfMenu(menu), menu == OpenMenu::mnuOpenCR2Props);
-    afterOpen();
-}
-
-void MainWindow::afterOpen() {
-    if (!m_session.OpenCancelled && !m_session.OpenFailed && !m_session.FileName.empty())
-        m_session.View.mnuFileInfoEnabled = true;
+    gelvane::RunOpenMenu(m_session, menu, figureChooser());
     refreshFromSession();
 }
 
 void MainWindow::DropFile(const std::string &path) {
-    const std::string keptName = m_session.DialogFileName;
-    const OpenMenu menu = BeginDrop(m_session, path);
-    if (menu == OpenMenu::None) {
-        m_session.DialogFileName = keptName;
-        return;
-    }
-    m_session.CommandText.clear();
-    RunOpenMenu(menu);
+    gelvane::DropFile(m_session, path, figureChooser());
+    refreshFromSession();
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent *event) {
@@ -244,8 +210,7 @@ void MainWindow::mnuSaveAs_Click() {
 }
 
 void MainWindow::mnuBatchConvert_Click() {
-    if (SomethingToSave(m_session) &&
-        m_session.ui().MessageBox(kBatchQuestion, kProgramTitle, MsgIcon::None, MsgButtons::YesNo) != MsgResult::Yes)
+    if (!BatchConvertMayStart(m_session))
         return;
     if (const auto opener = m_openers.find("mnuBatchConvert"); opener != m_openers.end())
         opener->second(this);
@@ -253,22 +218,12 @@ void MainWindow::mnuBatchConvert_Click() {
 }
 
 void MainWindow::closeEvent(QCloseEvent *event) {
-    if (NeedsSaveQuestion(m_session)) {
-        switch (m_session.ui().MessageBox(kSaveBeforeExiting, kProgramTitle, MsgIcon::None, MsgButtons::YesNoCancel)) {
-        case MsgResult::Yes:
-            if (CloseSavesUnderSameName(m_session))
-                mnuSave_Click();
-            else
-                mnuSaveAs_Click();
-            break;
-        case MsgResult::No:
-            break;
-        default:
-            event->ignore();
-            return;
-        }
-    }
-    event->accept();
+    const bool close = QueryClose(m_session);
+    refreshFromSession();
+    if (close)
+        event->accept();
+    else
+        event->ignore();
 }
 
 } // namespace gelvane

@@ -2,8 +2,7 @@
 // frmMain: menus, the tab strip with the three pages, the title, dropping a
 // file on the window and the closing rules. Handlers call one core operation
 // on the session and redraw from it.
-#include "core/reader/FigureSelection.h"
-#include "core/app/MainWindowState.h"
+#include "core/app/OpenCommands.h"
 
 #include <QMainWindow>
 #include <functional>
@@ -16,6 +15,7 @@ namespace gelvane {
 
 struct Settings;
 class Session;
+class ThumbnailCache;
 class MaterialPage;
 class PosePage;
 class SaveOptionsPage;
@@ -23,19 +23,19 @@ class SaveOptionsPage;
 class MainWindow : public QMainWindow {
     Q_OBJECT
 public:
-    MainWindow(Session &session, Settings &settings, QWidget *parent = nullptr);
+    // The pages show the pictures of `thumbnails`.
+    MainWindow(Session &session, Settings &settings, ThumbnailCache &thumbnails, QWidget *parent = nullptr);
 
-    // Start-up once the settings are loaded: the options from the settings, then
-    // the command text (a path opens through the Open command of its kind).
+    // Start-up once the settings are loaded (see core/app/StartUp.h), then a redraw.
     void StartUp(const std::string &commandText);
     // Runs an Open menu command and redraws.
     void RunOpenMenu(OpenMenu menu);
     // Dropping a file anywhere on the window but a path box.
     void DropFile(const std::string &path);
 
-    // The windows that other parts of the program provide, by the name of the
-    // menu entry that opens them (mnuSelSets, mnuImport, mnuFileInfo,
-    // mnuBatchConvert, mnuPreferences). An entry without one stays disabled.
+    // The windows that open from a menu entry, by the name of the entry (mnuSelSets,
+    // mnuImport, mnuFileInfo, mnuBatchConvert, mnuPreferences). An entry without one
+    // stays disabled.
     void setWindowOpener(const QString &menuName, std::function<void(QWidget *owner)> opener);
     // How a figure of a multi-figure file is chosen; frmFigure unless replaced.
     void setFigureChooser(FigureChooser chooser);
@@ -59,11 +59,11 @@ private:
     void mnuSave_Click();
     void mnuSaveAs_Click();
     void mnuBatchConvert_Click();
-    void afterOpen();
     FigureChooser figureChooser();
 
     Session &m_session;
     Settings &m_settings;
+    ThumbnailCache &m_thumbnails;
     QTabWidget *m_tbsOptions = nullptr;
     MaterialPage *m_materialPage = nullptr;
     PosePage *m_posePage = nullptr;

@@ -1,11 +1,9 @@
 #include "gui/QtInteraction.h"
 #include "gui/WidgetText.h"
 
-#include "core/app/Settings.h"
-#include "gui/PleaseWaitWindow.h"
-
-#include "gui/maps/ChoosePicWindow.h"
 #include "gui/FileDialogs.h"
+#include "gui/PleaseWaitWindow.h"
+#include "gui/maps/ChoosePicWindow.h"
 
 #include <QColorDialog>
 #include <QCoreApplication>
@@ -95,7 +93,7 @@ std::optional<std::string> QtInteraction::InputBox(const std::string &prompt, co
 }
 
 std::optional<std::string> QtInteraction::ChooseFile(const FileDialogRequest &request) {
-    return ShowFileDialog(m_owner, request, *m_settings);
+    return ShowFileDialog(m_owner, request, *m_thumbnails);
 }
 
 std::optional<std::string> QtInteraction::ChooseFolder(const std::string &start, const std::string &title) {
@@ -110,7 +108,7 @@ std::optional<RgbColor> QtInteraction::ChooseColor(const RgbColor &initial) {
 }
 
 int QtInteraction::ChooseMap(const std::string &wanted, const std::vector<MapCandidate> &candidates) {
-    return ChoosePic(m_owner, wanted, candidates);
+    return ChoosePic(m_owner, *this, *m_thumbnails, wanted, candidates);
 }
 
 void QtInteraction::ProgressShow(const std::string &title, const std::string &status, int barMax) {
@@ -146,7 +144,7 @@ void QtInteraction::ProgressValue(int value) {
 }
 
 void QtInteraction::ProgressClose() {
-    // Released, so the next use starts from the design state again.
+    // Released, so the next use starts from a fresh window again.
     delete m_progress;
     if (m_owner && m_owner->isEnabled() && m_owner->isVisible())
         m_owner->activateWindow();

@@ -10,12 +10,13 @@ class QWidget;
 
 namespace gelvane {
 
-struct Settings;
 class PleaseWaitWindow;
+class ThumbnailCache;
 
 class QtInteraction : public Interaction {
 public:
-    explicit QtInteraction(const Settings &settings) : m_settings(&settings) {}
+    // The dialogs' previews and the map choice show pictures of `thumbnails`.
+    explicit QtInteraction(ThumbnailCache &thumbnails) : m_thumbnails(&thumbnails) {}
     ~QtInteraction() override;
 
     // The window that owns the dialogs; the progress window gives it the focus back.
@@ -43,7 +44,7 @@ public:
     bool ProgressCancelling() const override;
 
 private:
-    const Settings *m_settings;
+    ThumbnailCache *m_thumbnails;
     QPointer<QWidget> m_owner;
     QPointer<PleaseWaitWindow> m_progress;
     std::function<void()> m_beforeMessage;

@@ -1,7 +1,7 @@
 #include "gui/SaveOptionsPage.h"
 
-#include "core/model/Session.h"
 #include "core/app/MainWindowState.h"
+#include "core/model/Session.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>
@@ -136,7 +136,8 @@ void SaveOptionsPage::onFileSystem() {
 }
 
 void SaveOptionsPage::onPoserFormat() {
-    m_session.Options.PoserFormatP5 = m_optPoserFormat[1]->isChecked();
+    optPoserFormat_Click(m_session, m_optPoserFormat[1]->isChecked() ? 1 : 0);
+    refresh();
 }
 
 void SaveOptionsPage::onVersionEdited(const QString &text) {

@@ -1,6 +1,6 @@
 #pragma once
 // Small helpers shared by the windows: file texts are shown as Latin-1, and widgets
-// carry the control names of the design (array elements as "cmd_14").
+// carry their control names as object names (array elements as "cmd_14").
 #include <QString>
 
 #include <string>

@@ -1,15 +1,16 @@
-#include "core/app/Settings.h"
-#include "gui/channels/PosePage.h"
+#include "core/maps/MapCheck.h"
 #include "core/maps/MapPaths.h"
-#include "gui/maps/ThumbnailImage.h"
-#include "gui/materials/MaterialPage.h"
+#include "core/maps/Thumbnails.h"
+#include "core/materials/MaterialPageState.h"
 #include "core/model/Session.h"
-#include "gui/reader/FigureWindow.h"
+#include "core/model/Settings.h"
 #include "core/reader/OpenFile.h"
+#include "gui/FileDialogs.h"
+#include "gui/channels/PosePage.h"
+#include "gui/materials/MaterialPage.h"
+#include "gui/reader/FigureWindow.h"
 #include "support/ScriptedInteraction.h"
 #include "support/TestHome.h"
-#include "gui/FileDialogs.h"
-#include "core/app/MainWindowState.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -87,6 +88,13 @@ template <class Dialog> void WhenModal(std::function<void(Dialog *)> work) {
     });
 }
 
+// A scripted interaction whose faults fail the running Qt test.
+struct Script : test::ScriptedInteraction {
+    Script() {
+        onFailure([](const std::string &fault) { QTest::qFail(fault.c_str(), __FILE__, __LINE__); });
+    }
+};
+
 } // namespace
 
 class PagesTest : public QObject {
@@ -96,6 +104,7 @@ private slots:
     void materialPageWaitsWithNothingLoaded();
     void materialPageShowsObjectsAndMaterials();
     void materialPageShowsCachedThumbnails();
+    void fullMapPathsBoxDecidesTheRepairedForm();
     void posePageListsActorsAndDials();
     void nameFilters();
     void previewPanelShowsThumbnailOrNA();
@@ -107,9 +116,10 @@ private slots:
 
 void PagesTest::materialPageWaitsWithNothingLoaded() {
     Settings settings;
-    test::ScriptedInteraction ui;
+    Script ui;
     Session session(settings, ui);
-    MaterialPage page(session);
+    ThumbnailCache thumbnails;
+    MaterialPage page(session, thumbnails);
     page.refresh();
     QVERIFY(!page.findChild<QComboBox *>("cmbFigures")->isEnabled());
     QVERIFY(!page.findChild<QPushButton *>("cmd_18")->isEnabled());
@@ -118,10 +128,11 @@ void PagesTest::materialPageWaitsWithNothingLoaded() {
 
 void PagesTest::materialPageShowsObjectsAndMaterials() {
     Settings settings;
-    test::ScriptedInteraction ui;
+    Script ui;
     Session session(settings, ui);
     FillTwoFigures(session);
-    MaterialPage page(session);
+    ThumbnailCache thumbnails;
+    MaterialPage page(session, thumbnails);
     page.show();
     page.refresh();
 
@@ -194,17 +205,18 @@ void PagesTest::materialPageShowsObjectsAndMaterials() {
 void PagesTest::materialPageShowsCachedThumbnails() {
     test::TestHome home;
     Settings settings;
-    test::ScriptedInteraction ui;
+    Script ui;
     Session session(settings, ui);
     FillTwoFigures(session);
     const std::string texture = WritePng(home.file("Maps/Skin.png"), 40, 40, Qt::red);
     session.Figures[0].Materials[0].textureMap = texture;
     session.Figures[0].Materials[0].bumpMap = "NO_MAP";
     session.Figures[0].Materials[0].reflectionMap = home.file("Maps/missing.jpg");
-    ConnectThumbnails(session);
+    ThumbnailCache thumbnails;
+    ConnectThumbnails(session, thumbnails);
     session.LoadThumbNail(FullMapPath(settings.PoserFolder, texture));
 
-    MaterialPage page(session);
+    MaterialPage page(session, thumbnails);
     page.refresh();
     auto *texThumb = page.findChild<QLabel *>("imgThumb_0");
     QVERIFY(!texThumb->pixmap().isNull());
@@ -220,13 +232,33 @@ void PagesTest::materialPageShowsCachedThumbnails() {
     page.findChild<QListWidget *>("lstMaterials")->setCurrentRow(1);
     QVERIFY(texThumb->pixmap().isNull());
     QVERIFY(!texThumb->isEnabled());
-    SharedThumbnails().Clear(0);
+}
+
+void PagesTest::fullMapPathsBoxDecidesTheRepairedForm() {
+    test::TestHome home;
+    Settings settings;
+    settings.PoserFolder = home.path();
+    const std::string texture = home.write("Runtime/Textures/Skin/A.jpg", "x");
+    Script ui;
+    Session session(settings, ui);
+    FillTwoFigures(session);
+    session.Figures[0].Materials[0].textureMap = ":Runtime:Textures:Skin:a.jpg";
+    ThumbnailCache thumbnails;
+    MaterialPage page(session, thumbnails);
+    page.refresh();
+
+    page.findChild<QCheckBox *>("chkTexture")->click();
+    FixMaps(session, 0, {0}, MapField::Texture);
+    QCOMPARE(session.Figures[0].Materials[0].textureMap, texture);
+    page.findChild<QCheckBox *>("chkTexture")->click();
+    FixMaps(session, 0, {0}, MapField::Texture);
+    QCOMPARE(session.Figures[0].Materials[0].textureMap, std::string(":Runtime:Textures:Skin:A.jpg"));
 }
 
 void PagesTest::posePageListsActorsAndDials() {
     Settings settings;
     settings.AutoCorrect = false;
-    test::ScriptedInteraction ui;
+    Script ui;
     Session session(settings, ui);
     PosePage page(session);
     page.refresh();
@@ -283,14 +315,15 @@ void PagesTest::previewPanelShowsThumbnailOrNA() {
     WritePng(home.file("Man.png"), 50, 50, Qt::green);
     const std::string pose = home.write("Pose.pz2", "{\n}\n");
 
-    PreviewPanel panel;
+    ThumbnailCache thumbnails;
+    PreviewPanel panel(thumbnails);
     auto *pic = panel.findChild<QLabel *>("picPreview");
     auto *check = panel.findChild<QCheckBox *>("chkPreview");
     QVERIFY(pic && check);
 
     panel.PreviewSelectedFile(QString::fromStdString(picture));
     QCOMPARE(QColor(Centre(pic)), QColor(Qt::blue));
-    QVERIFY(SharedThumbnails().Contains(picture, 1));
+    QVERIFY(thumbnails.Contains(picture, 1));
 
     panel.PreviewSelectedFile(QString::fromStdString(figure));
     QCOMPARE(QColor(Centre(pic)), QColor(Qt::green));
@@ -315,12 +348,11 @@ void PagesTest::previewPanelShowsThumbnailOrNA() {
     QVERIFY(pic->pixmap().isNull());
     panel.PreviewSelectedFile(QString::fromStdString(picture));
     QVERIFY(pic->pixmap().isNull());
-    SharedThumbnails().Clear(1);
 }
 
 void PagesTest::fileDialogPreviewsAndReturnsThePath() {
     test::TestHome home;
-    Settings settings;
+    ThumbnailCache thumbnails;
     const std::string figure = home.write("Figures/Two.cr2", "{\n}\n");
     WritePng(home.file("Figures/Two.png"), 20, 10, Qt::yellow);
 
@@ -329,7 +361,7 @@ void PagesTest::fileDialogPreviewsAndReturnsThePath() {
     request.Filter = "Characters|*.cr2|All files|*.*";
     request.DefaultExt = "cr2";
     request.InitialDir = home.file("Figures");
-    request.Flags = kOfnFileMustExist | kOfnPathMustExist | kOfnHideReadOnly;
+    request.Flags = kOpenDialogFlags;
     request.Preview = true;
 
     bool checked = false;
@@ -346,12 +378,12 @@ void PagesTest::fileDialogPreviewsAndReturnsThePath() {
         static_cast<QDialog *>(dialog)->accept();
         checked = true;
     });
-    const auto chosen = ShowFileDialog(nullptr, request, settings);
+    const auto chosen = ShowFileDialog(nullptr, request, thumbnails);
     QVERIFY(checked);
     QVERIFY(chosen.has_value());
     QCOMPARE(QString::fromStdString(*chosen), QString::fromStdString(figure));
     // The preview list lives only as long as the dialog.
-    QVERIFY(SharedThumbnails().Keys(1).empty());
+    QVERIFY(thumbnails.Keys(1).empty());
 
     // Cancel is an empty answer; a save dialog has no preview unless asked.
     request.ForSave = true;
@@ -362,7 +394,7 @@ void PagesTest::fileDialogPreviewsAndReturnsThePath() {
         QVERIFY(dialog->testOption(QFileDialog::DontConfirmOverwrite));
         dialog->reject();
     });
-    QVERIFY(!ShowFileDialog(nullptr, request, settings).has_value());
+    QVERIFY(!ShowFileDialog(nullptr, request, thumbnails).has_value());
 
     WhenModal<QFileDialog>([&](QFileDialog *dialog) {
         QCOMPARE(dialog->windowTitle(), QString("Look for maps in:"));
@@ -406,7 +438,7 @@ void PagesTest::figureWindowOpensTheChosenFigureOfATwoFigureFile() {
     test::TestHome home;
     Settings settings;
     settings.AutoCorrect = false;
-    test::ScriptedInteraction ui;
+    Script ui;
     Session session(settings, ui);
     session.DialogFileName = home.write("two-figures.cr2", test::ReadTestData("figures/two-figures.cr2"));
     session.PoserFileKind = KindCR2;

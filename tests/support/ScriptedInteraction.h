@@ -1,6 +1,8 @@
 #pragma once
-// Interaction for tests: answers come from queues, every message is recorded.
-// An empty queue answers like a user who presses the default button / Cancel.
+// Interaction for tests: answers come from queues, every message is recorded. A
+// question that was not scripted fails the test (and is answered with the default
+// button / Cancel); so do answers left unused when the interaction is destroyed or
+// checked with checkAllUsed(). Message boxes with only OK are notices and take no answer.
 #include "core/platform/Interaction.h"
 
 #include <deque>
@@ -20,6 +22,17 @@ struct RecordedMessage {
 
 class ScriptedInteraction : public Interaction {
 public:
+    ScriptedInteraction();
+    ~ScriptedInteraction() override;
+    ScriptedInteraction(const ScriptedInteraction &) = delete;
+    ScriptedInteraction &operator=(const ScriptedInteraction &) = delete;
+
+    // How a fault of the script fails the test; GoogleTest's ADD_FAILURE unless replaced
+    // (a Qt Test program passes QTest::qFail).
+    void onFailure(std::function<void(const std::string &)> fail) { m_fail = std::move(fail); }
+    // Fails the test for every answer still queued, and drops them.
+    void checkAllUsed();
+
     // Queues of answers, used in order.
     void nextAnswer(MsgResult answer) { m_answers.push_back(answer); }
     void nextInput(std::optional<std::string> text) { m_inputs.push_back(std::move(text)); }
@@ -40,8 +53,7 @@ public:
     bool progressEverShown() const { return m_progressShown; }
     std::string status() const { return m_status; }
 
-    MsgResult MessageBox(const std::string &text, const std::string &title, MsgIcon icon,
-                         MsgButtons buttons) override;
+    MsgResult MessageBox(const std::string &text, const std::string &title, MsgIcon icon, MsgButtons buttons) override;
     std::optional<std::string> InputBox(const std::string &prompt, const std::string &title,
                                         const std::string &defaultText) override;
     std::optional<std::string> ChooseFile(const FileDialogRequest &request) override;
@@ -59,6 +71,10 @@ public:
     bool ProgressCancelling() const override { return m_status == kCancelling; }
 
 private:
+    // Takes the next answer of `queue`, or fails the test for an unscripted `question`.
+    template <class T> T take(std::deque<T> &queue, T fallback, const std::string &question);
+
+    std::function<void(const std::string &)> m_fail;
     std::deque<MsgResult> m_answers;
     std::deque<std::optional<std::string>> m_inputs, m_files, m_folders;
     std::deque<std::optional<RgbColor>> m_colors;

@@ -56,9 +56,10 @@ std::string ReadTestData(std::string_view relative) {
 }
 
 std::string CorpusPath(std::string_view relative) {
-    const char *env = std::getenv("GELVANE_CORPUS");
-    const fs::path base = env && *env ? fs::path(env) : fs::path(GELVANE_CORPUS);
-    return (base / std::string(relative)).string();
+    const fs::path path = fs::path(GELVANE_TEST_DATA) / "corpus" / std::string(relative);
+    if (!fs::is_regular_file(path))
+        throw std::runtime_error("missing corpus file: " + path.string());
+    return path.string();
 }
 
 } // namespace gelvane::test

@@ -26,7 +26,7 @@ private:
 
 // The bytes of a file under tests/data.
 std::string ReadTestData(std::string_view relative);
-// The path of a file of the shared corpus (GELVANE_CORPUS overrides its place).
+// The path of a real library file under tests/data/corpus; a missing one fails the test.
 std::string CorpusPath(std::string_view relative);
 
 } // namespace gelvane::test

@@ -1,15 +1,17 @@
 #include "core/app/CommandLine.h"
 
-#include "core/app/Settings.h"
+#include "core/app/OpenCommands.h"
+#include "core/app/SettingsFile.h"
+#include "core/app/StartUp.h"
+#include "core/model/CommandText.h"
 #include "core/model/Session.h"
 #include "core/model/Text.h"
 #include "core/platform/Interaction.h"
 #include "core/platform/Paths.h"
-#include "core/reader/MorphLoader.h"
 #include "core/reader/OpenFile.h"
+#include "core/writer/PoseWriter.h"
 
-#include <array>
-#include <string_view>
+#include <exception>
 #include <sys/stat.h>
 
 namespace gelvane {
@@ -24,45 +26,24 @@ std::string CommandTextOf(int argc, char **argv) {
     return text;
 }
 
-bool IsSilentCommand(const std::string &commandText) {
-    return StartsWith(LCase(Trim(commandText)), "-s ");
+std::string SilentOutputPath(std::string_view input) {
+    return std::string(Left(input, static_cast<long long>(InStrRev(input, ".")))) + "pz2";
 }
 
-std::string UnquotedCommand(std::string_view commandText) {
-    return std::string(Trim(Replace(commandText, "\"", "")));
-}
-
-int FileKindOfCommand(std::string_view commandText) {
-    static constexpr std::array<std::string_view, 8> kLetters{"cr2", "pz2", "pp2", "hr2", "cm2", "fc2", "hd2", "lt2"};
-    const std::string text = UnquotedCommand(commandText);
-    const std::string last = LCase(Right(text, 3));
-    for (size_t kind = 0; kind < kLetters.size(); ++kind) {
-        if (last == kLetters[kind])
-            return static_cast<int>(kind);
+void WriteSilentPose(Session &session) {
+    if (!session.SilentConvert)
+        return;
+    session.SilentConvert = false;
+    if (session.OpenFailed || session.OpenCancelled)
+        return;
+    try {
+        session.DialogFileName = SilentOutputPath(session.FileName);
+        session.OutputPath = session.DialogFileName;
+        WritePoseFile(session);
+    } catch (...) {
+        // The write is the open's last step, and its failure the open's.
+        ReportOpenFailure(session, std::current_exception(), 65);
     }
-    return -1;
-}
-
-std::string SilentCommandPath(std::string_view commandText) {
-    const std::string text = UnquotedCommand(commandText);
-    return std::string(Trim(Mid(text, 4)));
-}
-
-std::string GetLongPath(std::string_view path) {
-    if (path.empty())
-        return {};
-    const auto real = ResolvePath(path);
-    return real ? *real : std::string();
-}
-
-void PrepareSession(Session &session) {
-    session.CommandLineOpen = false;
-    session.FileModified = false;
-    session.MultiFigure = false;
-    ResetList(session.Figures);
-    session.Actors.assign(1, Actor{});
-    session.Options.PoserFormatP5 = !session.settings().SaveAsP4;
-    session.Options.FileSystemDOS = session.settings().FileSystemDOS;
 }
 
 namespace {
@@ -83,11 +64,6 @@ FileStamp StampOf(const std::string &path) {
     return {true, st.st_ino, static_cast<long long>(st.st_mtim.tv_sec), static_cast<long long>(st.st_mtim.tv_nsec)};
 }
 
-// The reader saves beside the input: its path up to and with the last "." + "pz2".
-std::string SilentOutputPath(const std::string &input) {
-    return std::string(Left(input, static_cast<long long>(InStrRev(input, ".")))) + "pz2";
-}
-
 } // namespace
 
 int RunSilentConversion(const std::string &commandText) {
@@ -99,7 +75,7 @@ int RunSilentConversion(const std::string &commandText) {
     session.CommandLineOpen = true;
 
     const int kind = FileKindOfCommand(commandText);
-    const std::string path = SilentCommandPath(commandText);
+    const std::string path = CommandPath(commandText);
     if (kind < 0) {
         ui.MessageBox("Unknown file kind (not .cr2 .pz2 .pp2 .hr2 .cm2 .fc2 .hd2 .lt2): " + path, kProgramTitle,
                       MsgIcon::Exclamation, MsgButtons::OK);
@@ -113,12 +89,10 @@ int RunSilentConversion(const std::string &commandText) {
 
     const std::string output = SilentOutputPath(longPath);
     const FileStamp before = StampOf(output);
-    if (kind == KindCR2) {
-        session.PoserFileKind = KindCR2;
-        OpenFile(session);
-    } else {
+    if (kind == KindCR2)
+        OpenCharacterFromOutside(session, {});
+    else
         OpenCommand(session, kind);
-    }
     if (session.OpenFailed || session.OpenCancelled)
         return 1;
     const FileStamp after = StampOf(output);

@@ -1,8 +1,8 @@
 #include "core/maps/MapCheck.h"
 
-#include "core/app/Settings.h"
 #include "core/maps/MapFinder.h"
 #include "core/maps/MapPaths.h"
+#include "core/model/Settings.h"
 #include "core/model/Text.h"
 #include "core/platform/Interaction.h"
 #include "core/platform/Paths.h"
@@ -10,12 +10,12 @@
 namespace gelvane {
 namespace {
 
-void ResetChecks(MapFinder &finder) {
+void ResetChecks(MapLists &finder) {
     finder.CheckedMaps.assign(1, CheckedMap{});
     finder.ScannedFolders.assign(1, std::string());
 }
 
-size_t AppendChecked(MapFinder &finder, CheckedMap entry) {
+size_t AppendChecked(MapLists &finder, CheckedMap entry) {
     if (finder.CheckedMaps.empty())
         finder.CheckedMaps.emplace_back();
     if (finder.CheckedMaps[0].Missing.empty()) {
@@ -63,7 +63,7 @@ bool IsFolderScanned(const Session &session, std::string_view folder) {
 bool FixMapReference(Session &session, Material &material, MapField field) {
     const Settings &settings = session.settings();
     Interaction &ui = session.ui();
-    MapFinder &finder = session.Maps;
+    MapLists &finder = session.Maps;
     const std::string &poser = settings.PoserFolder;
     const bool fullPaths = session.View.chkTexture;
     std::string &text = MapFieldText(material, field);
@@ -81,7 +81,7 @@ bool FixMapReference(Session &session, Material &material, MapField field) {
         if (fullPaths && !noMap)
             newText = LocateMapFile(poser, fullPath).value_or(fullPath);
         else
-            newText = ShortMapPath(poser, path, fullPaths);
+            newText = StoredMapReference(session, path);
     } else {
         const int16_t known = IndexOfCheckedMap(session, fullPath);
         std::string found;
@@ -152,7 +152,7 @@ bool FixMapReference(Session &session, Material &material, MapField field) {
                     found = replacement;
             }
         }
-        newText = ShortMapPath(poser, found, fullPaths);
+        newText = StoredMapReference(session, found);
         if (settings.MainThumb && session.LoadThumbNail && MapFileExists(poser, path))
             session.LoadThumbNail(fullPath);
     }

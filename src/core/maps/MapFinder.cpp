@@ -1,10 +1,10 @@
 #include "core/maps/MapFinder.h"
 
-#include "core/app/Settings.h"
 #include "core/maps/MapPaths.h"
-#include "core/model/Failure.h"
 #include "core/model/Session.h"
+#include "core/model/Settings.h"
 #include "core/model/Text.h"
+#include "core/platform/Failure.h"
 #include "core/platform/Interaction.h"
 #include "core/platform/Paths.h"
 
@@ -22,11 +22,11 @@ namespace {
 // The lists in the order their cache files are written.
 struct CacheList {
     const char *File;
-    std::vector<MapFile> MapFinder::*List;
+    std::vector<MapFile> MapLists::*List;
 };
 constexpr CacheList kCacheLists[] = {
-    {"bmps.txt", &MapFinder::BmpMaps}, {"bums.txt", &MapFinder::BumMaps},     {"jpgs.txt", &MapFinder::JpgMaps},
-    {"tifs.txt", &MapFinder::TifMaps}, {"others.txt", &MapFinder::OtherMaps},
+    {"bmps.txt", &MapLists::BmpMaps}, {"bums.txt", &MapLists::BumMaps},     {"jpgs.txt", &MapLists::JpgMaps},
+    {"tifs.txt", &MapLists::TifMaps}, {"others.txt", &MapLists::OtherMaps},
 };
 
 bool LessNoCase(const std::string &a, const std::string &b) {
@@ -44,7 +44,7 @@ void AppendText(std::vector<std::string> &list, std::string text) {
 }
 
 // The cache file's text and its lower-cased copy, read again only when the file changed.
-const MapFinder::CacheText *ReadCacheText(MapFinder &finder, const std::string &path) {
+const MapLists::CacheText *ReadCacheText(MapLists &finder, const std::string &path) {
     const auto real = ResolvePath(path);
     struct stat st {};
     if (!real || stat(real->c_str(), &st) != 0 || !S_ISREG(st.st_mode))
@@ -52,10 +52,10 @@ const MapFinder::CacheText *ReadCacheText(MapFinder &finder, const std::string &
     const int64_t time = static_cast<int64_t>(st.st_mtim.tv_sec) * 1000000000 + st.st_mtim.tv_nsec;
     const uint64_t size = static_cast<uint64_t>(st.st_size);
     auto it = std::find_if(finder.CacheTexts.begin(), finder.CacheTexts.end(),
-                           [&](const MapFinder::CacheText &c) { return c.Path == *real; });
+                           [&](const MapLists::CacheText &c) { return c.Path == *real; });
     if (it != finder.CacheTexts.end() && it->Size == size && it->Time == time)
         return &*it;
-    MapFinder::CacheText text;
+    MapLists::CacheText text;
     text.Path = *real;
     text.Size = size;
     text.Time = time;
@@ -71,30 +71,31 @@ const MapFinder::CacheText *ReadCacheText(MapFinder &finder, const std::string &
 
 } // namespace
 
-std::vector<MapFile> *MapFinder::ListForName(std::string_view name) {
+std::vector<MapFile> *MapListForName(MapLists &lists, std::string_view name) {
     const std::string last = LCase(name.size() > 4 ? name.substr(name.size() - 4) : name);
     if (last == ".tif" || last == "tiff")
-        return &TifMaps;
+        return &lists.TifMaps;
     if (last == ".jpg" || last == "jpeg")
-        return &JpgMaps;
+        return &lists.JpgMaps;
     if (last == ".bmp")
-        return &BmpMaps;
+        return &lists.BmpMaps;
     if (last == ".bum")
-        return &BumMaps;
+        return &lists.BumMaps;
     static const char *const others[] = {".gif", ".pcx", ".pgm", "pict", ".png", ".psd", ".tga", ".wmf"};
     for (const char *other : others)
         if (last == other)
-            return &OtherMaps;
+            return &lists.OtherMaps;
     return nullptr;
 }
 
-const std::vector<size_t> &MapFinder::Matching(const std::vector<MapFile> &list, std::string_view name) {
-    const std::vector<MapFile> *lists[] = {&TifMaps, &JpgMaps, &BmpMaps, &BumMaps, &OtherMaps};
-    const size_t which = static_cast<size_t>(std::find(std::begin(lists), std::end(lists), &list) - std::begin(lists));
+const std::vector<size_t> &MatchingMaps(MapLists &lists, const std::vector<MapFile> &list, std::string_view name) {
+    const std::vector<MapFile> *all[] = {&lists.TifMaps, &lists.JpgMaps, &lists.BmpMaps, &lists.BumMaps,
+                                         &lists.OtherMaps};
+    const size_t which = static_cast<size_t>(std::find(std::begin(all), std::end(all), &list) - std::begin(all));
     static const std::vector<size_t> none;
     if (which >= 5)
         return none;
-    NameIndex &index = Indexes[which];
+    MapLists::NameIndex &index = lists.Indexes[which];
     const std::string first = list.empty() ? std::string() : list[0].Name;
     if (list.size() < index.Count || first != index.First) {
         index.Positions.clear();
@@ -116,7 +117,7 @@ std::string MapCacheFolder() {
 
 void ScanFolder(Session &session, std::string_view folder) {
     Interaction &ui = session.ui();
-    MapFinder &finder = session.Maps;
+    MapLists &finder = session.Maps;
     const auto root = ResolvePath(folder);
     std::error_code ec;
     if (!root || !fs::is_directory(*root, ec))
@@ -158,7 +159,7 @@ void ScanFolder(Session &session, std::string_view folder) {
                 break;
             ui.ProgressDetail(detail);
             ui.DoEvents();
-            if (auto *list = finder.ListForName(name))
+            if (auto *list = MapListForName(finder, name))
                 AppendElement(*list, MapFile{std::move(name), current});
         }
         const std::string prefix = current == "/" ? current : current + "/";
@@ -192,15 +193,18 @@ bool SaveMapLists(Session &session) {
 
 void AddMapToLists(Session &session, std::string_view path) {
     const std::string real = ResolvePath(path).value_or(std::string(path));
-    if (auto *list = session.Maps.ListForName(FileNamePart(real)))
+    if (auto *list = MapListForName(session.Maps, FileNamePart(real)))
         AppendElement(*list, MapFile{std::string(FileNamePart(real)), std::string(FolderPart(real))});
 }
 
+std::string StoredMapReference(const Session &session, std::string_view path) {
+    return ShortMapPath(session.settings().PoserFolder, path, session.View.chkTexture);
+}
+
 std::string FindFile(Session &session, std::string_view mapPath) {
-    MapFinder &finder = session.Maps;
+    MapLists &finder = session.Maps;
     const Settings &settings = session.settings();
     Interaction &ui = session.ui();
-    const bool fullPaths = session.View.chkTexture;
     std::string result(mapPath);
     int line = 1;
     try {
@@ -229,11 +233,11 @@ std::string FindFile(Session &session, std::string_view mapPath) {
             list = &finder.OtherMaps;
         line = 5;
         if (list) {
-            for (const size_t position : finder.Matching(*list, name)) {
+            for (const size_t position : MatchingMaps(finder, *list, name)) {
                 const MapFile &file = (*list)[position];
                 const std::string path = JoinMapPath(file.Folder, file.Name);
                 if (FileExists(path))
-                    AppendText(matches, ShortMapPath(settings.PoserFolder, path, fullPaths));
+                    AppendText(matches, StoredMapReference(session, path));
             }
         }
         line = 6;
@@ -254,7 +258,7 @@ std::string FindFile(Session &session, std::string_view mapPath) {
                 if (!FileExists(cacheFile))
                     return;
                 line = 9;
-                const MapFinder::CacheText *cache = ReadCacheText(finder, cacheFile);
+                const MapLists::CacheText *cache = ReadCacheText(finder, cacheFile);
                 if (!cache)
                     return;
                 const std::string lowerName = LCase(name);
@@ -305,7 +309,7 @@ std::string FindFile(Session &session, std::string_view mapPath) {
                 }
                 const std::string path = JoinMapPath(m, name);
                 if (FileExists(path)) {
-                    result = ShortMapPath(settings.PoserFolder, path, fullPaths);
+                    result = StoredMapReference(session, path);
                     AddMapToLists(session, path);
                 } else {
                     ui.MessageBox("File " + path + " doesn't exist.", kProgramTitle, MsgIcon::Exclamation);

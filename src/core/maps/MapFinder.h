@@ -2,67 +2,20 @@
 // The map finder: five lists of known picture files (in memory and as cache files in
 // the state folder's Cache), the folder scan that fills them, and the lookup that
 // proposes a new reference for a missing map.
-#include <cstdint>
+#include "core/model/MapLists.h"
+
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace gelvane {
 
 class Session;
 
-// One known picture file.
-struct MapFile {
-    std::string Name;   // file name with extension, on-disk spelling
-    std::string Folder; // full path of its folder, no trailing separator
-};
-
-// What a run of checks already answered for a missing reference (both in FullMapPath form).
-struct CheckedMap {
-    std::string Missing;
-    std::string Replacement;
-};
-
-// All state of the finder and of a run of reference checks; the Session holds one.
-struct MapFinder {
-    std::vector<MapFile> TifMaps{1};
-    std::vector<MapFile> JpgMaps{1};
-    std::vector<MapFile> BmpMaps{1};
-    std::vector<MapFile> BumMaps{1};
-    std::vector<MapFile> OtherMaps{1};
-
-    int16_t ChosenMapIndex = 0;             // the row left selected in the choice window
-    std::vector<std::string> ListedMaps{1}; // one full candidate path per row of the choice window
-
-    std::vector<CheckedMap> CheckedMaps{1};     // empty: one element with an empty Missing
-    std::vector<std::string> ScannedFolders{1}; // empty: one empty element
-    bool CheckingMaps = false;
-
-    // The list a file name enters by its last four characters, or nullptr.
-    std::vector<MapFile> *ListForName(std::string_view name);
-
-    // Positions of each lower-cased name in one list, brought up to date on use, so that a
-    // lookup finds its matches, in list order, without comparing every element.
-    struct NameIndex {
-        size_t Count = 0;
-        std::string First;
-        std::unordered_map<std::string, std::vector<size_t>> Positions;
-    };
-    NameIndex Indexes[5];
-    // The positions in `list` (one of the five) whose Name equals `name` without regard to case.
-    const std::vector<size_t> &Matching(const std::vector<MapFile> &list, std::string_view name);
-
-    // Cache files already read in this run, re-read when their size or time changes.
-    struct CacheText {
-        std::string Path;
-        uint64_t Size = 0;
-        int64_t Time = 0;
-        std::string Content;
-        std::string Lower;
-    };
-    std::vector<CacheText> CacheTexts;
-};
+// The list a file name enters by its last four characters, or nullptr.
+std::vector<MapFile> *MapListForName(MapLists &lists, std::string_view name);
+// The positions in `list` (one of the five) whose Name equals `name` without regard to case.
+const std::vector<size_t> &MatchingMaps(MapLists &lists, const std::vector<MapFile> &list, std::string_view name);
 
 // The state folder's Cache folder (created when missing).
 std::string MapCacheFolder();
@@ -75,6 +28,9 @@ void ScanFolder(Session &session, std::string_view folder);
 bool SaveMapLists(Session &session);
 // Adds one existing file to the list its name selects.
 void AddMapToLists(Session &session, std::string_view path);
+// The form that a repaired or browsed reference to the file `path` takes: ShortMapPath,
+// in full when "Use full map paths" (View.chkTexture) is checked.
+std::string StoredMapReference(const Session &session, std::string_view path);
 // The reference to use for `mapPath`: a found file in ShortMapPath form, "NO_MAP", or
 // `mapPath` itself when nothing was found and SetNoMap is off. Asks through
 // Interaction::ChooseMap when the cache file names several folders.

@@ -1,8 +1,8 @@
 #include "core/maps/MapOpen.h"
 
-#include "core/app/Settings.h"
 #include "core/maps/MapPaths.h"
 #include "core/model/Session.h"
+#include "core/model/Settings.h"
 #include "core/model/Text.h"
 #include "core/platform/Interaction.h"
 #include "core/platform/Paths.h"

@@ -341,11 +341,6 @@ std::string ThumbnailCache::DimensionsOf(std::string_view path) const {
     return {};
 }
 
-ThumbnailCache &SharedThumbnails() {
-    static ThumbnailCache cache;
-    return cache;
-}
-
 void ConnectThumbnails(Session &session, ThumbnailCache &cache) {
     session.LoadThumbNail = [&cache](const std::string &path) { cache.LoadThumbNail(path, 0); };
     session.ResetThumbnails = [&cache] { cache.Clear(0); };

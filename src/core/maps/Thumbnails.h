@@ -112,12 +112,10 @@ private:
     int m_decodes = 0;
 };
 
-// The one cache of the running program (the main window's image lists).
-ThumbnailCache &SharedThumbnails();
-
-// Makes the session's map readers cache a thumbnail of each map in list 0, and a
-// fresh open empty that list back to its fixed images.
-void ConnectThumbnails(Session &session, ThumbnailCache &cache = SharedThumbnails());
+// Makes the session's map readers cache a thumbnail of each map in list 0 of `cache`,
+// and a fresh open empty that list back to its fixed images. The cache belongs to the
+// program's window and must outlive the session's use of it.
+void ConnectThumbnails(Session &session, ThumbnailCache &cache);
 
 // What the open dialog's preview shows for a selected path.
 struct PreviewChoice {

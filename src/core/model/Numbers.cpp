@@ -1,7 +1,7 @@
 #include "core/model/Numbers.h"
 
-#include "core/model/Failure.h"
 #include "core/model/Text.h"
+#include "core/platform/Failure.h"
 
 #include <cerrno>
 #include <cmath>

@@ -1,7 +1,9 @@
 #include "core/model/Session.h"
 
-#include "core/app/Settings.h"
-#include "core/model/Numbers.h"
+#include "core/model/Settings.h"
+#include "core/platform/Failure.h"
+#include "core/platform/Interaction.h"
+#include "core/platform/Paths.h"
 
 namespace gelvane {
 
@@ -28,6 +30,53 @@ void ViewState::EnableMaterialControls() {
 void ViewState::DisableMaterialControls() {
     MaterialControlsEnabled = false;
     imgThumb.fill({});
+}
+
+std::string CaptionOf(std::string_view fileName) {
+    return std::string(kProgramTitle) + " - [" + std::string(FileNamePart(fileName)) + "]";
+}
+
+void ResetMainWindow(Session &session) {
+    ViewState &view = session.View;
+    view.MaterialControlsEnabled = false;
+    view.lstMaterials.clear();
+    view.lstMaterialsIndex = -1;
+    view.cmbFiguresEnabled = false;
+    view.mnuSaveEnabled = false;
+    view.mnuSaveAsEnabled = false;
+    view.mnuExportMTLEnabled = false;
+    view.ChannelControlsEnabled = false;
+    session.Options.txtThighLength.clear();
+
+    session.Actors.assign(1, Actor{});
+    ResetList(session.Figures);
+    session.IsHairFile = false;
+    session.OutputVersion.clear();
+    session.FileName.clear();
+    session.FileVersion.clear();
+    session.FileModified = false;
+}
+
+void ShowMaterialList(Session &session) {
+    ViewState &view = session.View;
+    view.lstMaterials.clear();
+    view.lstMaterialsIndex = -1;
+    const int row = view.cmbFiguresIndex;
+    if (row < 0 || static_cast<size_t>(row) >= session.Figures.size())
+        Fail(ErrSubscript);
+    for (const Material &material : session.Figures[static_cast<size_t>(row)].Materials)
+        view.lstMaterials.push_back(material.Name);
+    view.lstMaterialsIndex = 0;
+}
+
+void FillDialList(Session &session, int actorIndex) {
+    PoseView &pose = session.Pose;
+    pose.lstDials.clear();
+    if (actorIndex >= 0 && static_cast<size_t>(actorIndex) < session.Actors.size())
+        for (const Channel &channel : session.Actors[static_cast<size_t>(actorIndex)].Channels)
+            if (!channel.Name.empty())
+                pose.lstDials.push_back({channel.Name, channel.Type, false});
+    pose.lstDialsCurrentRow = pose.lstDials.empty() ? 0 : 1;
 }
 
 } // namespace gelvane

@@ -2,33 +2,21 @@
 // Everything about the open file: the model records, the loaded-file state and
 // the window-side state (object list rows, save options) that the readers and
 // writers depend on. The GUI shows it; the core reads and writes it.
-#include "core/maps/MapFinder.h"
+#include "core/model/MapLists.h"
 #include "core/model/Model.h"
+#include "core/model/SaveOptions.h"
 
 #include <array>
 #include <functional>
+#include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace gelvane {
 
 struct Settings;
 class Interaction;
-
-// The save options and check boxes of the main window that the writer reads.
-struct SaveOptions {
-    bool FileSystemDOS = true;          // optFileSystem(0) selected: "\r\n"; else a lone carriage return
-    bool PoserFormatP5 = false;         // optPoserFormat(1) selected: shader trees are written
-    bool chkChannels = false;           // checked: no actor section ("don't save morphs or poses")
-    bool chkChannelsEnabled = true;
-    bool chkNoMaterialData = false;     // checked: no closing prop section ("don't save materials")
-    bool chkNoMaterialDataEnabled = true;
-    bool chkDisableThighLength = true;  // unchecked: a "thighLength " line is written
-    std::string txtThighLength;         // the value of that line
-    std::string VersionText;            // TXT(0): the version box
-
-    const char *LineEnd() const { return FileSystemDOS ? "\r\n" : "\r"; }
-};
 
 // Enabled states and texts of main-window controls that core operations set.
 struct ViewState {
@@ -46,18 +34,18 @@ struct ViewState {
     // Material page controls that opening a file resets.
     bool cmdNewMatEnabled = true;
     bool cmdCreateMatEnabled = true;
-    std::array<std::string, 12> TXT{};       // TXT(1)..TXT(11); the version box TXT(0) is Options.VersionText
-    std::array<std::string, 4> imgThumb{};   // the map each thumbnail shows, empty for none
-    std::vector<std::string> Combo1;         // the selection templates
+    std::array<std::string, 12> TXT{};     // TXT(1)..TXT(11); the version box TXT(0) is Options.VersionText
+    std::array<std::string, 4> imgThumb{}; // the picture each thumbnail shows (a FullMapPath), empty for none
+    std::vector<std::string> Combo1;       // the selection templates
     int Combo1Index = -1;
     void ClearMaterialControls();
     void EnableMaterialControls();
     void DisableMaterialControls();
-    // Map references: "Use full map paths", read by ShortMapPath and the Fix buttons.
+    // "Use full map paths": the form that repaired and browsed map references take.
     bool chkTexture = false;
     // Main window entries beyond the pages.
-    bool mnuFileInfoEnabled = false;   // set by the statistics scan
-    bool mnuPoserEnabled = false;      // a Poser folder is configured
+    bool mnuFileInfoEnabled = false;     // set by the statistics scan
+    bool mnuPoserEnabled = false;        // a Poser folder is configured
     bool ChannelControlsEnabled = false; // the actor and dial lists of the morph and pose page
 };
 
@@ -103,6 +91,13 @@ struct FileStatisticsRecord {
     int16_t BumpMaps = 0;
     int16_t ReflectionMaps = 0;
     int16_t TransparencyMaps = 0;
+};
+
+// State that an area above the model keeps for one session (the material page's, for
+// one): the session owns it without knowing its type.
+class SessionPart {
+public:
+    virtual ~SessionPart() = default;
 };
 
 class Session {
@@ -155,19 +150,17 @@ public:
     ViewState View;
 
     // The map finder's lists and the state of a run of map reference checks.
-    MapFinder Maps;
+    MapLists Maps;
 
     // Called for each existing map file while materials are read, to cache its thumbnail.
     std::function<void(const std::string &path)> LoadThumbNail;
 
     // Hooks of the thumbnail image list and the template list; either may be empty.
-    std::function<void()> ResetThumbnails;          // back to the fixed images, map list emptied
+    std::function<void()> ResetThumbnails;           // back to the fixed images, map list emptied
     std::function<void(int row)> LoadTemplateGroups; // a row of Combo1 was selected
 
     void ClearMaterials() { ResetList(Figures); }
-    void ClearActors() {
-        Actors.assign(1, Actor{});
-    }
+    void ClearActors() { Actors.assign(1, Actor{}); }
 
     // Channel loading: the pose page, the end of the section read (it holds across calls),
     // the chkChannels click of the window (run on a cancelled load) and the clock in seconds.
@@ -175,6 +168,12 @@ public:
     int64_t ActorSectionEnd = 0;
     std::function<void()> chkChannelsClick;
     std::function<int32_t()> SecondsClock;
+    // Channels blocks at least this long get a search index for their dial lines. The
+    // result is the same either way; tests lower it to compare both.
+    size_t IndexedChannelBlockMinimum = 8 * 1024;
+
+    // The material page's state (core/materials/MaterialPageState.h), made on first use.
+    std::unique_ptr<SessionPart> MaterialPage;
 
     // The statistics of the open file.
     FileStatisticsRecord FileStatistics;
@@ -183,5 +182,16 @@ private:
     const Settings *m_settings;
     Interaction *m_ui;
 };
+
+// The caption of the main window for an open file.
+std::string CaptionOf(std::string_view fileName);
+// Puts the window state into "nothing loaded" and empties the model.
+void ResetMainWindow(Session &session);
+// Fills the material list from the Figure that the object list selects, row 0 focused.
+// A row that names no Figure is the failure "Subscript out of range" (9).
+void ShowMaterialList(Session &session);
+// The dial list: the named channels of Actors[actorIndex] (none for an index without an
+// actor), the first one focused.
+void FillDialList(Session &session, int actorIndex);
 
 } // namespace gelvane

@@ -1,7 +1,9 @@
 #pragma once
-// Literal text operations with 1-based positions, as the readers' scanning
-// algorithms are stated. Positions are 0 when nothing is found. Every search
-// works on views of the same buffer; nothing here copies more than it returns.
+// Literal text operations with 1-based positions, as the readers' scans count them.
+// Positions are 0 when nothing is found. Every search works on views of the same
+// buffer; nothing here copies more than it returns.
+#include "core/platform/AsciiCase.h" // the case helpers live with the file names that need them
+
 #include <cstddef>
 #include <limits>
 #include <string>
@@ -20,7 +22,7 @@ size_t InStrRev(std::string_view text, std::string_view find, size_t start = 0);
 size_t InStrNoCase(std::string_view text, std::string_view find, size_t start = 1);
 
 // Substrings with 1-based start. A start below 1 or a negative length is the
-// run-time failure "Invalid procedure call or argument" (5), as the algorithms rely on.
+// run-time failure "Invalid procedure call or argument" (5), which the readers rely on.
 constexpr long long kToEnd = std::numeric_limits<long long>::max();
 std::string_view Mid(std::string_view text, long long start, long long length = kToEnd);
 std::string_view Left(std::string_view text, long long length);
@@ -31,10 +33,6 @@ std::string Replace(std::string_view text, std::string_view find, std::string_vi
 // Repeats Replace until `find` no longer occurs (the result of "until none is left").
 std::string ReplaceUntilNone(std::string_view text, std::string_view find, std::string_view with);
 
-std::string LCase(std::string_view text);
-std::string UCase(std::string_view text);
-char LowerChar(char c);
-bool EqualsNoCase(std::string_view a, std::string_view b);
 bool StartsWith(std::string_view text, std::string_view prefix);
 bool EndsWith(std::string_view text, std::string_view suffix);
 

@@ -1,6 +1,6 @@
 #include "core/platform/FileVersion.h"
 
-#include "core/model/Failure.h"
+#include "core/platform/Failure.h"
 #include "core/platform/Paths.h"
 
 #include <cstdint>

@@ -19,14 +19,24 @@ inline constexpr const char *kCancelling = "Cancelling...";
 
 struct FileDialogRequest {
     std::string Title;
-    std::string Filter;       // "Pose files|*.pz2|All files|*.*"
-    std::string DefaultExt;   // without the dot
-    std::string InitialDir;   // empty: the dialog's own choice
-    std::string FileName;     // proposed file name
-    int Flags = 0;            // the Windows OFN_* flag value the design names
-    bool Preview = false;     // the thumbnail panel
+    std::string Filter;     // "Pose files|*.pz2|All files|*.*"
+    std::string DefaultExt; // without the dot
+    std::string InitialDir; // empty: the dialog's own choice
+    std::string FileName;   // proposed file name
+    int Flags = 0;          // the flag values below
+    bool Preview = false;   // the thumbnail panel
     bool ForSave = false;
 };
+
+// The flag values of a file dialog request, and the two sets the program asks with.
+inline constexpr int kOfnOverwritePrompt = 0x2;
+inline constexpr int kOfnHideReadOnly = 0x4;
+inline constexpr int kOfnPathMustExist = 0x800;
+inline constexpr int kOfnFileMustExist = 0x1000;
+// Open: the file and its folder must exist, no read-only box.
+inline constexpr int kOpenDialogFlags = kOfnFileMustExist | kOfnPathMustExist | kOfnHideReadOnly;
+// Save: ask before overwriting, the folder must exist, no read-only box.
+inline constexpr int kSaveDialogFlags = kOfnOverwritePrompt | kOfnPathMustExist | kOfnHideReadOnly;
 
 struct RgbColor {
     int Red = 0, Green = 0, Blue = 0;
@@ -72,8 +82,7 @@ public:
 // questions take their default (the first button), dialogs are cancelled.
 class ConsoleInteraction : public Interaction {
 public:
-    MsgResult MessageBox(const std::string &text, const std::string &title, MsgIcon icon,
-                         MsgButtons buttons) override;
+    MsgResult MessageBox(const std::string &text, const std::string &title, MsgIcon icon, MsgButtons buttons) override;
     std::optional<std::string> InputBox(const std::string &prompt, const std::string &title,
                                         const std::string &defaultText) override;
     std::optional<std::string> ChooseFile(const FileDialogRequest &request) override;

@@ -1,7 +1,7 @@
 #include "core/platform/Paths.h"
 
-#include "core/model/Failure.h"
-#include "core/model/Text.h"
+#include "core/platform/AsciiCase.h"
+#include "core/platform/Failure.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -124,6 +124,10 @@ std::optional<std::string> ResolvePath(std::string_view path) {
     if (!fs::exists(current, ec))
         return std::nullopt;
     return current;
+}
+
+std::string GetLongPath(std::string_view path) {
+    return ResolvePath(path).value_or(std::string());
 }
 
 bool FileExists(std::string_view path) {

@@ -11,6 +11,8 @@ namespace gelvane {
 
 // The real path of `path` with on-disk spelling, or nothing when no such entry exists.
 std::optional<std::string> ResolvePath(std::string_view path);
+// The same as a text: the empty text when a part doesn't exist or the path is empty.
+std::string GetLongPath(std::string_view path);
 bool FileExists(std::string_view path);
 bool FolderExists(std::string_view path);
 // Joins a folder and a relative part that may use either separator; the result uses "/".

@@ -1,7 +1,7 @@
 #include "core/platform/ProfileFile.h"
 
-#include "core/model/Failure.h"
-#include "core/model/Text.h"
+#include "core/platform/AsciiCase.h"
+#include "core/platform/Failure.h"
 #include "core/platform/Paths.h"
 
 #include <vector>

@@ -1,9 +1,9 @@
 #include "core/reader/ActorLoader.h"
 
-#include "core/app/Settings.h"
-#include "core/model/Failure.h"
 #include "core/model/Numbers.h"
+#include "core/model/Settings.h"
 #include "core/model/Text.h"
+#include "core/platform/Failure.h"
 #include "core/platform/Interaction.h"
 #include "core/reader/MaterialParser.h"
 #include "core/reader/OpenFile.h"
@@ -22,7 +22,7 @@
 namespace gelvane {
 namespace {
 
-// Text positions count from 1; 0 means "not found", as in the scanning rules.
+// Text positions count from 1; 0 means "not found".
 using Pos = size_t;
 
 constexpr std::array<std::string_view, 4> kActorWords = {"actor ", "prop ", "light ", "camera "};
@@ -419,7 +419,7 @@ ChannelsResult ReadChannels(Session &session, Scan &scan, size_t actorIndex, Pos
         const std::string needle = scan.ChannelType + " " + scan.ChannelName;
         // Dial lines are looked up again from inside themselves; in a large block an
         // index keeps that from scanning the rest of the block each time.
-        if (!index && limit > position && limit - position >= IndexedChannelBlockMinimum)
+        if (!index && limit > position && limit - position >= session.IndexedChannelBlockMinimum)
             index = std::make_unique<NeedleIndex>(text, position, limit);
         std::optional<Pos> indexed = index ? index->Find(needle, cur, limit) : std::nullopt;
         const Pos found = indexed ? *indexed : FindBefore(text, needle, cur, limit);
@@ -710,11 +710,7 @@ void ShowLoadedActors(Session &session) {
     pose.lstActorsCurrentRow = 1;
     pose.CurrentActor = 1;
     session.View.ChannelControlsEnabled = true;
-    pose.lstDials.clear();
-    for (const Channel &c : session.Actors[0].Channels)
-        if (!c.Name.empty())
-            pose.lstDials.push_back({c.Name, c.Type, false});
-    pose.lstDialsCurrentRow = pose.lstDials.empty() ? 0 : 1;
+    FillDialList(session, 0);
 }
 
 } // namespace

@@ -27,10 +27,6 @@ void ApplyDisableProperties(Session &session);
 // `skipEmpty`, openings whose block is an empty "{ }" are passed over.
 std::string NextActorKeyword(std::string_view text, bool skipEmpty);
 
-// Channels blocks at least this long get a search index for their dial lines. The
-// result is the same either way; tests lower it to compare both.
-inline size_t IndexedChannelBlockMinimum = 8 * 1024;
-
 // The session clock in whole seconds (session.SecondsClock when set).
 int32_t SessionSeconds(const Session &session);
 

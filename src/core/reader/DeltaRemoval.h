@@ -2,7 +2,7 @@
 // Removing the bulky morph target numbers ("deltas" blocks) from a figure-like
 // file's text, and the clean-up of its "figure" lines. Every function works in
 // place and in one linear pass; the results are those of the repeated
-// search-and-delete that the reading steps describe.
+// search-and-delete that they stand for.
 #include "core/model/Session.h"
 
 #include <cstdint>

@@ -1,14 +1,12 @@
 #include "core/reader/FigureSelection.h"
 
-#include "core/model/Failure.h"
 #include "core/model/Numbers.h"
 #include "core/model/Text.h"
+#include "core/platform/Failure.h"
 #include "core/platform/Interaction.h"
 #include "core/platform/Paths.h"
 #include "core/reader/ActorLoader.h"
 #include "core/reader/DeltaRemoval.h"
-#include "core/reader/MorphLoader.h"
-#include "core/reader/OpenFile.h"
 
 namespace gelvane {
 
@@ -25,13 +23,6 @@ long long Pos(size_t p) {
 std::string_view LineFrom(std::string_view text, size_t start) {
     const size_t lf = InStr(text, "\n", start);
     return Mid(text, Pos(start), Pos(lf) - Pos(start));
-}
-
-void ClearSelectionFlags(Session &session, FigureList &list) {
-    session.SkipMaterials = false;
-    session.SkipChannels = false;
-    session.SingleActorLoad = false;
-    list = FigureList{};
 }
 
 } // namespace
@@ -120,62 +111,6 @@ std::string CutFigureText(const FigureList &list, int index) {
     if (!last)
         cut.append("\tsetGeomHandlerOffset 0 0 0\n}");
     return cut;
-}
-
-void ConfirmFigure(Session &session, FigureList &list, int index) {
-    Interaction &ui = session.ui();
-    ui.ProgressShow("Please wait", "Reading data...", 5);
-    std::string figureText;
-    try {
-        figureText = CutFigureText(list, index);
-    } catch (...) {
-        ui.ProgressClose();
-        throw;
-    }
-    list.FileText.clear();
-    list.FileText.shrink_to_fit();
-    ui.ProgressValue(1);
-    ui.ProgressClose();
-    session.CommandLineOpen = true; // the figure's text stands in for the file: no dialog
-
-    if (!session.SkipMaterials)
-        OpenFile(session, figureText);
-    else
-        session.CommandLineOpen = false; // no open took the path, so the next command must ask again
-
-    bool load = false;
-    if (session.SkipChannels)
-        load = false;
-    else if (session.SkipMaterials)
-        load = true;
-    else if (!session.DialogFileName.empty())
-        load = AskLoadChannels(session);
-    if (load)
-        LoadMorphPoseData(session, session.SingleActorLoad, true, figureText, false);
-    ClearSelectionFlags(session, list);
-}
-
-void RunFigureSelection(Session &session, const FigureChooser &choose) {
-    FigureList list;
-    if (!LoadFigureSelection(session, list)) {
-        ClearSelectionFlags(session, list);
-        return;
-    }
-    int index = 0;
-    if (list.FigureNames.size() >= 2) {
-        const std::optional<int> chosen = choose ? choose(session, list) : std::nullopt;
-        if (!chosen) {
-            ClearSelectionFlags(session, list);
-            return;
-        }
-        index = *chosen;
-    }
-    try {
-        ConfirmFigure(session, list, index);
-    } catch (const std::exception &) {
-        session.ui().MessageBox(kNotValidCharacter, kProgramTitle, MsgIcon::Exclamation);
-        ClearSelectionFlags(session, list);
-    }
 }
 
 } // namespace gelvane

@@ -1,13 +1,10 @@
 #pragma once
-// Choosing one figure of a character file that holds several, and cutting out
-// the text that belongs to it. The selection window is a thin view on these:
-// it loads a FigureList, shows FigureNames or GeometryNames, and calls
-// ConfirmFigure with the chosen row (at once when there are fewer than two).
+// Listing the figures of a character file that holds several, and cutting out
+// the text that belongs to one of them. The figure window shows FigureNames or
+// GeometryNames; the open (core/app) confirms the chosen row.
 #include "core/model/Session.h"
 
 #include <cstdint>
-#include <functional>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -41,19 +38,5 @@ bool LoadFigureSelection(Session &session, FigureList &list);
 // "setGeomHandlerOffset" line so that the tail scan finds its end. Throws
 // Failure (9 for an index without a figure, 5 for a broken layout).
 std::string CutFigureText(const FigureList &list, int index);
-
-// The choice is made (the window's OK): cuts the figure, opens its materials
-// unless SkipMaterials, loads its channels on request, clears the three flags
-// and the list. Failures of the cut throw Failure; the open and the channel
-// load report their own.
-void ConfirmFigure(Session &session, FigureList &list, int index);
-
-// Shows the choice to the user and returns the chosen row, or nothing when the
-// window was closed without a choice. Only called with two figures or more.
-using FigureChooser = std::function<std::optional<int>(Session &, const FigureList &)>;
-
-// The whole selection: load, choose (or take the only figure), confirm. Every
-// failure of the listing or the cut shows "Not a valid Character file".
-void RunFigureSelection(Session &session, const FigureChooser &choose);
 
 } // namespace gelvane

@@ -1,10 +1,10 @@
 #include "core/reader/MaterialParser.h"
 
-#include "core/app/Settings.h"
 #include "core/maps/MapPaths.h"
-#include "core/model/Failure.h"
 #include "core/model/Numbers.h"
+#include "core/model/Settings.h"
 #include "core/model/Text.h"
+#include "core/platform/Failure.h"
 #include "core/platform/Paths.h"
 
 #include <optional>

@@ -1,15 +1,12 @@
 #include "core/reader/MorphLoader.h"
 
-#include "core/app/Settings.h"
-#include "core/maps/MapCheck.h"
-#include "core/model/Failure.h"
 #include "core/model/Text.h"
+#include "core/platform/Failure.h"
 #include "core/platform/Paths.h"
 #include "core/reader/ActorLoader.h"
 #include "core/reader/DeltaRemoval.h"
 #include "core/reader/MaterialParser.h"
 #include "core/reader/OpenFile.h"
-#include "core/reports/FileStatistics.h"
 
 #include <algorithm>
 
@@ -19,10 +16,6 @@ namespace {
 
 long long Pos(size_t p) {
     return static_cast<long long>(p);
-}
-
-bool IsSilentText(const std::string &commandText) {
-    return InStr(LCase(Trim(commandText)), "-s ") == 1;
 }
 
 // Reads the single BODY actor from the file's start, in growing stretches, so
@@ -40,19 +33,7 @@ std::string BodyActorFromFile(const std::string &path) {
     }
 }
 
-void RunAfterOpen(Session &session) {
-    if (session.OpenCancelled)
-        return;
-    ComputeFileStatistics(session);
-    CheckMapReferences(session);
-}
-
 } // namespace
-
-bool AskLoadChannels(Session &session) {
-    return session.ui().MessageBox(kLoadChannelsQuestion, kProgramTitle, MsgIcon::None, MsgButtons::YesNo) ==
-           MsgResult::Yes;
-}
 
 std::string_view BodyActorText(std::string_view source) {
     const size_t body = source.find("actor BODY");
@@ -124,8 +105,12 @@ void LoadMorphPoseData(Session &session, bool singleActor, bool sameFile, std::s
     try {
         if (!sameFile) {
             const std::optional<std::string> chosen = ui.ChooseFile(OpenDialogRequest(session, session.PoserFileKind));
-            if (!chosen || chosen->empty())
-                Fail(ErrDialogCancelled);
+            if (!chosen || chosen->empty()) {
+                if (!batch)
+                    ui.ProgressClose();
+                session.DialogFileName = session.FileName;
+                return;
+            }
             session.DialogFileName = *chosen;
         }
         // Rows behind the last owner are plain actors of an earlier load.
@@ -188,73 +173,13 @@ void LoadMorphPoseData(Session &session, bool singleActor, bool sameFile, std::s
         if (!batch)
             ui.ProgressClose();
         session.DialogFileName = session.FileName;
-        if (failure.Number != ErrDialogCancelled)
-            ui.MessageBox(kNoMorphDataFound, failure.Description, MsgIcon::Exclamation);
+        ui.MessageBox(kNoMorphDataFound, failure.Description, MsgIcon::Exclamation);
     } catch (const std::exception &error) {
         if (!batch)
             ui.ProgressClose();
         session.DialogFileName = session.FileName;
         ui.MessageBox(kNoMorphDataFound, error.what(), MsgIcon::Exclamation);
     }
-}
-
-void OpenCommand(Session &session, int kind, bool withProps) {
-    session.PoserFileKind = static_cast<int16_t>(kind);
-    if (kind == KindCR2)
-        session.MultiFigure = withProps;
-    else if (kind == KindHR2)
-        session.MultiFigure = false;
-    const bool silent = session.CommandLineOpen && IsSilentText(session.CommandText);
-
-    OpenFile(session);
-    if (silent)
-        return; // the pose is written; the caller ends the process
-
-    if (!session.OpenCancelled && IsFigureLikeKind(kind) && !session.DialogFileName.empty()) {
-        bool load;
-        if (kind == KindCR2 && !withProps && session.LoadChannelsChoice != 0)
-            load = session.LoadChannelsChoice == 1;
-        else
-            load = AskLoadChannels(session);
-        if (load)
-            LoadMorphPoseData(session);
-    }
-    RunAfterOpen(session);
-}
-
-void MultiFigureCommand(Session &session, const FigureChooser &choose) {
-    session.PoserFileKind = KindCR2;
-    session.MultiFigure = true;
-    if (!session.CommandLineOpen) {
-        const std::optional<std::string> chosen = session.ui().ChooseFile(OpenDialogRequest(session, KindCR2));
-        if (!chosen || chosen->empty()) {
-            session.MultiFigure = false;
-            return;
-        }
-        session.DialogFileName = *chosen;
-        session.LastFolder[KindCR2] = std::string(FolderPart(*chosen));
-    }
-    session.SingleActorLoad = false;
-    RunFigureSelection(session, choose);
-    RunAfterOpen(session);
-}
-
-void OpenCharacterFromOutside(Session &session, const FigureChooser &choose) {
-    session.CommandLineOpen = true;
-    session.PoserFileKind = KindCR2;
-    if (IsSilentText(session.CommandText)) {
-        OpenFile(session);
-        return;
-    }
-    const std::string path(Trim(Replace(session.CommandText, "\"", "")));
-    if (path.empty() || !FileExists(path))
-        return;
-    session.MultiFigure = true;
-    session.SingleActorLoad = false;
-    session.DialogFileName = ResolvePath(path).value_or(std::string());
-    session.CommandLineOpen = false;
-    RunFigureSelection(session, choose);
-    RunAfterOpen(session);
 }
 
 } // namespace gelvane

@@ -1,20 +1,17 @@
 #include "core/reader/OpenFile.h"
 
-#include "core/app/MainWindowState.h"
-
-#include "core/app/CommandLine.h"
-#include "core/app/Settings.h"
-#include "core/model/Failure.h"
+#include "core/model/CommandText.h"
+#include "core/model/Settings.h"
 #include "core/model/Text.h"
+#include "core/platform/Failure.h"
 #include "core/platform/Interaction.h"
 #include "core/platform/Paths.h"
 #include "core/reader/ActorLoader.h"
 #include "core/reader/MaterialParser.h"
 #include "core/reader/TailScan.h"
-#include "core/writer/FormatOptions.h"
-#include "core/writer/PoseWriter.h"
 
 #include <algorithm>
+#include <exception>
 #include <new>
 #include <stdexcept>
 
@@ -46,18 +43,6 @@ const KindDialog &DialogOfKind(int kind) {
     if (kind < 0 || kind > 7)
         Fail(ErrSubscript);
     return dialogs[kind];
-}
-
-// The open dialog flags: the file and the path must exist, no read-only box.
-constexpr int kOpenFlags = 6148;
-
-std::string WithoutQuotes(std::string_view text) {
-    std::string out;
-    out.reserve(text.size());
-    for (char c : text)
-        if (c != '"')
-            out.push_back(c);
-    return out;
 }
 
 // Removes every run of the characters in `which` that directly follows a line feed:
@@ -224,14 +209,9 @@ bool OpenRun::ChooseSource() {
     const std::string command(Trim(s.CommandText));
     if (!command.empty() && s.CommandLineOpen) {
         step = 2;
-        std::string path;
-        if (InStr(LCase(command), "-s ") == 1) {
-            path = std::string(Trim(Mid(WithoutQuotes(command), 4)));
+        if (IsSilentCommand(command))
             s.SilentConvert = true;
-        } else {
-            path = std::string(Trim(WithoutQuotes(command)));
-        }
-        s.DialogFileName = GetLongPath(path);
+        s.DialogFileName = GetLongPath(CommandPath(command));
         s.CommandLineOpen = false;
         return true;
     }
@@ -262,7 +242,7 @@ bool OpenRun::ChooseSource() {
 void OpenRun::ReadCommentAndVersion() {
     step = 8;
     s.FileName = s.DialogFileName;
-    s.View.Caption = "Gelvane - [" + std::string(FileNamePart(s.FileName)) + "]";
+    s.View.Caption = CaptionOf(s.FileName);
     step = 9;
     if (IsFigureLikeKind(s.PoserFileKind)) {
         // A figure-like file has no channels until the user asks for them.
@@ -302,7 +282,7 @@ void OpenRun::ReadCommentAndVersion() {
         s.OutputVersion = settings.PVersionNumber;
     if (p5 && settings.SetP5Version)
         s.OutputVersion = settings.P5VersionNumber;
-    SetVersionText(s, s.OutputVersion);
+    VersionText_Change(s, s.OutputVersion);
 }
 
 void OpenRun::ReadWholeFile() {
@@ -515,7 +495,7 @@ void OpenRun::Finish() {
     step = 59;
     if (!s.cmbFigures.empty()) {
         s.View.cmbFiguresIndex = 0;
-        FillMaterialList(s);
+        ShowMaterialList(s);
     }
     step = 60;
     if (!s.ImportMode) {
@@ -543,13 +523,8 @@ void OpenRun::Finish() {
         ui.ProgressClose();
 
     step = 65;
-    if (s.SilentConvert) {
-        s.SilentConvert = false;
-        s.DialogFileName = std::string(Left(s.FileName, static_cast<long long>(InStrRev(s.FileName, ".")))) + "pz2";
-        s.OutputPath = s.DialogFileName;
-        WritePoseFile(s);
-        return; // the caller ends the process
-    }
+    if (s.SilentConvert)
+        return; // the caller writes the pose and ends the process
     step = 66;
     if (s.Options.chkNoMaterialData && s.ImportMode) {
         ui.MessageBox("There is no material data in the opened file", kProgramTitle, MsgIcon::Exclamation);
@@ -595,13 +570,21 @@ void OpenFile(Session &session, std::string_view suppliedText) {
     int step = 1;
     try {
         OpenRun(session, suppliedText, step).Run();
+    } catch (...) {
+        ReportOpenFailure(session, std::current_exception(), step);
+    }
+}
+
+void ReportOpenFailure(Session &session, std::exception_ptr error, int step) {
+    try {
+        std::rethrow_exception(error);
     } catch (const Failure &failure) {
         ReportFailure(session, failure.Number, failure.Description, step);
     } catch (const std::bad_alloc &) {
         ReportFailure(session, ErrOutOfMemory, DescribeError(ErrOutOfMemory), step);
     } catch (const std::out_of_range &) {
         ReportFailure(session, ErrSubscript, DescribeError(ErrSubscript), step);
-    } catch (const std::exception &) {
+    } catch (...) {
         ReportFailure(session, ErrInternal, DescribeError(ErrInternal), step);
     }
 }
@@ -623,17 +606,6 @@ void AddFigureLine(Session &session, const std::string &line, int position) {
     rows.insert(firstActor, line);
 }
 
-void FillMaterialList(Session &session) {
-    auto &list = session.View.lstMaterials;
-    list.clear();
-    const int index = session.View.cmbFiguresIndex;
-    if (index < 0 || static_cast<size_t>(index) >= session.Figures.size())
-        Fail(ErrSubscript);
-    for (const Material &material : session.Figures[static_cast<size_t>(index)].Materials)
-        list.push_back(material.Name);
-    session.View.lstMaterialsIndex = 0;
-}
-
 FileDialogRequest OpenDialogRequest(const Session &session, int kind) {
     const KindDialog &dialog = DialogOfKind(kind);
     FileDialogRequest request;
@@ -645,7 +617,7 @@ FileDialogRequest OpenDialogRequest(const Session &session, int kind) {
         request.InitialDir = folder;
     if (!session.LastFolder[static_cast<size_t>(kind)].empty())
         request.InitialDir = session.LastFolder[static_cast<size_t>(kind)];
-    request.Flags = kOpenFlags;
+    request.Flags = kOpenDialogFlags;
     request.Preview = session.settings().CdlgThumb;
     return request;
 }

@@ -4,6 +4,7 @@
 #include "core/model/Session.h"
 #include "core/platform/Interaction.h"
 
+#include <exception>
 #include <string>
 #include <string_view>
 
@@ -22,7 +23,8 @@ void AddFigureLine(Session &session, const std::string &line, int position = 0);
 // and the starting folder (the kind's last folder of this run over its setting).
 FileDialogRequest OpenDialogRequest(const Session &session, int kind);
 
-// Fills the material list from the Figure selected in the object list.
-void FillMaterialList(Session &session);
+// The report of a failure of the open at `step`: the message "Error in the OpenFile
+// function", and the window put into a state where nothing can be saved.
+void ReportOpenFailure(Session &session, std::exception_ptr error, int step);
 
 } // namespace gelvane

@@ -1,7 +1,7 @@
 #include "core/reader/TailScan.h"
 
-#include "core/model/Failure.h"
 #include "core/model/Text.h"
+#include "core/platform/Failure.h"
 #include "core/platform/Interaction.h"
 #include "core/platform/Paths.h"
 #include "core/reader/OpenFile.h"

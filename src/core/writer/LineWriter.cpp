@@ -1,6 +1,6 @@
 #include "core/writer/LineWriter.h"
 
-#include "core/model/Failure.h"
+#include "core/platform/Failure.h"
 
 namespace gelvane {
 

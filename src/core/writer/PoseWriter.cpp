@@ -30,7 +30,7 @@ void WriteFigureBlock(Session &session, int index, LineWriter &out) {
     out.Line(1, "}");
 }
 
-// Section A: the entries from the first actor entry on that stand for no actor
+// The material blocks: the entries from the first actor entry on that stand for no actor
 // (or all of them when channels aren't saved) get a block of their own.
 void WriteMaterialOnlyBlocks(Session &session, int firstActorEntry, LineWriter &out) {
     std::unordered_set<std::string_view> actorNames;
@@ -124,7 +124,7 @@ void WriteActor(Session &session, Actor &actor, const FigureIndex &figuresByName
     out.Line(1, "}");
 }
 
-// Section B: the thigh length and every actor with its channels and custom materials.
+// The channel blocks: the thigh length and every actor with its channels and custom materials.
 void WriteActors(Session &session, int firstActorEntry, LineWriter &out) {
     if (!session.Options.chkDisableThighLength)
         out.Line(0, "thighLength ", NumberText(NumberValue(session.Options.txtThighLength)));
@@ -136,7 +136,7 @@ void WriteActors(Session &session, int firstActorEntry, LineWriter &out) {
         WriteActor(session, actor, figuresByName, out);
 }
 
-// Section C: the owners in front of the first actor entry, as one closing prop section.
+// The prop section: the owners in front of the first actor entry, as one closing section.
 void WriteClosingProps(Session &session, int firstActorEntry, LineWriter &out) {
     const size_t end = firstActorEntry < 0 ? session.Figures.size() : static_cast<size_t>(firstActorEntry);
     for (size_t i = 0; i < end; ++i) {

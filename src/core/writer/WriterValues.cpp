@@ -1,8 +1,8 @@
 #include "core/writer/WriterValues.h"
 
-#include "core/model/Failure.h"
 #include "core/model/Numbers.h"
 #include "core/model/Text.h"
+#include "core/platform/Failure.h"
 
 namespace gelvane {
 namespace {

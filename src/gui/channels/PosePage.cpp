@@ -1,7 +1,8 @@
 #include "gui/channels/PosePage.h"
-#include "gui/WidgetText.h"
 
+#include "core/channels/PosePageState.h"
 #include "core/model/Session.h"
+#include "gui/WidgetText.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -71,6 +72,19 @@ QWidget *EnableCell(QWidget *parent, QLabel *label, QCheckBox *box) {
     return cell;
 }
 
+// Shows rows of the session in a list, with their selection and the focused row (1-based).
+void ShowRows(QTreeWidget *list, const std::vector<ListRow> &rows, int currentRow) {
+    const QSignalBlocker blocker(list);
+    list->clear();
+    for (const ListRow &row : rows) {
+        auto *item = new QTreeWidgetItem({Latin1(row.Name), Latin1(row.Type)});
+        list->addTopLevelItem(item);
+        item->setSelected(row.Selected);
+    }
+    if (currentRow >= 1 && currentRow <= list->topLevelItemCount())
+        list->setCurrentItem(list->topLevelItem(currentRow - 1), 0, QItemSelectionModel::NoUpdate);
+}
+
 } // namespace
 
 PosePage::PosePage(Session &session, QWidget *parent) : QWidget(parent), m_session(session) {
@@ -128,10 +142,8 @@ QWidget *PosePage::BuildLists() {
 
     // Until the actor commands arrive, a click on an actor lists its dials.
     connect(m_lstActors, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem *item) {
-        const int row = m_lstActors->indexOfTopLevelItem(item);
-        m_session.Pose.lstActorsCurrentRow = row + 1;
-        m_session.Pose.CurrentActor = static_cast<int16_t>(row + 1);
-        FillDialList(row);
+        lstActors_Click(m_session, m_lstActors->indexOfTopLevelItem(item));
+        ShowRows(m_lstDials, m_session.Pose.lstDials, m_session.Pose.lstDialsCurrentRow);
     });
     return box;
 }
@@ -270,23 +282,6 @@ void PosePage::SetChannelControlsEnabled(bool listsEnabled) {
         w->setEnabled(false);
 }
 
-namespace {
-
-// Shows rows of the session in a list, with their selection and the focused row (1-based).
-void ShowRows(QTreeWidget *list, const std::vector<ListRow> &rows, int currentRow) {
-    const QSignalBlocker blocker(list);
-    list->clear();
-    for (const ListRow &row : rows) {
-        auto *item = new QTreeWidgetItem({Latin1(row.Name), Latin1(row.Type)});
-        list->addTopLevelItem(item);
-        item->setSelected(row.Selected);
-    }
-    if (currentRow >= 1 && currentRow <= list->topLevelItemCount())
-        list->setCurrentItem(list->topLevelItem(currentRow - 1), 0, QItemSelectionModel::NoUpdate);
-}
-
-} // namespace
-
 void PosePage::refresh() {
     const PoseView &pose = m_session.Pose;
     ShowRows(m_lstActors, pose.lstActors, pose.lstActorsCurrentRow);
@@ -295,17 +290,6 @@ void PosePage::refresh() {
                               !m_session.Options.chkChannels);
     m_chkDisableThighLength->setChecked(m_session.Options.chkDisableThighLength);
     m_txtThighLength->setText(Latin1(m_session.Options.txtThighLength));
-}
-
-void PosePage::FillDialList(int row) {
-    PoseView &pose = m_session.Pose;
-    pose.lstDials.clear();
-    if (row >= 0 && row < static_cast<int>(m_session.Actors.size()))
-        for (const Channel &channel : m_session.Actors[static_cast<size_t>(row)].Channels)
-            if (!channel.Name.empty())
-                pose.lstDials.push_back({channel.Name, channel.Type, false});
-    pose.lstDialsCurrentRow = pose.lstDials.empty() ? 0 : 1;
-    ShowRows(m_lstDials, pose.lstDials, pose.lstDialsCurrentRow);
 }
 
 } // namespace gelvane

@@ -24,8 +24,6 @@ public:
 
     // Shows the session's actor and dial rows (Pose) with their selection.
     void refresh();
-    // Makes the dial rows the channels of the actor at 0-based `row` and shows them.
-    void FillDialList(int row);
 
     QTreeWidget *lstActors() const { return m_lstActors; }
     QTreeWidget *lstDials() const { return m_lstDials; }

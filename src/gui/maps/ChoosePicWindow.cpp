@@ -1,13 +1,12 @@
 #include "gui/maps/ChoosePicWindow.h"
-#include "gui/WidgetText.h"
 
-#include "gui/maps/ThumbnailImage.h"
 #include "core/maps/Thumbnails.h"
-
-#include "core/model/Failure.h"
 #include "core/model/Numbers.h"
-#include "core/model/Text.h"
+#include "core/platform/AsciiCase.h"
+#include "core/platform/Failure.h"
 #include "core/platform/Paths.h"
+#include "gui/ThumbnailImage.h"
+#include "gui/WidgetText.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -18,7 +17,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLocale>
-#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -34,9 +32,9 @@ QPixmap FixedPicture(std::string_view key) {
 
 } // namespace
 
-ChoosePicWindow::ChoosePicWindow(QWidget *parent, const std::string &wanted,
-                                 const std::vector<MapCandidate> &candidates)
-    : QDialog(parent) {
+ChoosePicWindow::ChoosePicWindow(QWidget *parent, Interaction &ui, ThumbnailCache &thumbnails,
+                                 const std::string &wanted, const std::vector<MapCandidate> &candidates)
+    : QDialog(parent), m_ui(ui), m_thumbnails(thumbnails) {
     setObjectName("frmChoosePic");
     setWindowTitle("Choose the right map file");
     setModal(true);
@@ -103,7 +101,7 @@ void ChoosePicWindow::changeEvent(QEvent *event) {
 
 void ChoosePicWindow::done(int result) {
     m_chosen = m_cmbMaps->currentIndex();
-    SharedThumbnails().Clear(kChoiceList);
+    m_thumbnails.Clear(kChoiceList);
     QDialog::done(result);
 }
 
@@ -121,10 +119,9 @@ void ChoosePicWindow::cmbMaps_Click(int row) {
         line = 2;
         bool shown = false;
         if (showThumb) {
-            ThumbnailCache &thumbs = SharedThumbnails();
             // Two rows may name one file: a picture already in the list is shown as well.
-            if (thumbs.LoadThumbNail(path, kChoiceList) || thumbs.Contains(path, kChoiceList)) {
-                m_imgMapThumb->setPixmap(CachedThumbnailPixmap(LCase(path), kChoiceList));
+            if (m_thumbnails.LoadThumbNail(path, kChoiceList) || m_thumbnails.Contains(path, kChoiceList)) {
+                m_imgMapThumb->setPixmap(CachedThumbnailPixmap(m_thumbnails, LCase(path), kChoiceList));
                 shown = true;
             } else {
                 m_imgMapThumb->setPixmap(FixedPicture("NA"));
@@ -138,7 +135,7 @@ void ChoosePicWindow::cmbMaps_Click(int row) {
             QDateTime created = file.birthTime();
             if (!created.isValid())
                 created = file.lastModified();
-            std::string dimensions = SharedThumbnails().DimensionsOf(path);
+            std::string dimensions = m_thumbnails.DimensionsOf(path);
             if (dimensions.empty())
                 dimensions = "N/A";
             info += "\r\nDimensions: " + dimensions + " pixels";
@@ -149,9 +146,9 @@ void ChoosePicWindow::cmbMaps_Click(int row) {
         line = 4;
         m_cmdOK->setEnabled(true);
     } catch (const Failure &failure) {
-        QMessageBox::warning(this, "Gelvane",
-                             Latin1("Error in the cmbMaps sub\r\n" + failure.Description + ", error number " +
-                                    std::to_string(failure.Number) + "\r\nCode line number " + std::to_string(line)));
+        m_ui.MessageBox("Error in the cmbMaps sub\r\n" + failure.Description + ", error number " +
+                            std::to_string(failure.Number) + "\r\nCode line number " + std::to_string(line),
+                        kProgramTitle, MsgIcon::Exclamation);
         m_cmdOK->setEnabled(true);
     }
 }
@@ -165,8 +162,9 @@ void ChoosePicWindow::chkThumbNail_Click(bool checked) {
     cmbMaps_Click(m_cmbMaps->currentIndex());
 }
 
-int ChoosePic(QWidget *parent, const std::string &wanted, const std::vector<MapCandidate> &candidates) {
-    ChoosePicWindow window(parent, wanted, candidates);
+int ChoosePic(QWidget *parent, Interaction &ui, ThumbnailCache &thumbnails, const std::string &wanted,
+              const std::vector<MapCandidate> &candidates) {
+    ChoosePicWindow window(parent, ui, thumbnails, wanted, candidates);
     window.exec();
     const int row = window.ChosenMapIndex();
     return row >= 0 && static_cast<size_t>(row) < candidates.size() ? row : -1;

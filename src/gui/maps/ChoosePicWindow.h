@@ -16,10 +16,15 @@ class QPushButton;
 
 namespace gelvane {
 
+class ThumbnailCache;
+
 class ChoosePicWindow : public QDialog {
     Q_OBJECT
 public:
-    ChoosePicWindow(QWidget *parent, const std::string &wanted, const std::vector<MapCandidate> &candidates);
+    // Failures while a row is shown are reported through `ui`; the pictures go into list 1
+    // of `thumbnails`, which is emptied when the window closes.
+    ChoosePicWindow(QWidget *parent, Interaction &ui, ThumbnailCache &thumbnails, const std::string &wanted,
+                    const std::vector<MapCandidate> &candidates);
 
     // The row of cmbMaps when the window closed (the last row is "NO_MAP").
     int ChosenMapIndex() const { return m_chosen; }
@@ -32,6 +37,8 @@ private:
     void cmbMaps_Click(int row);
     void chkThumbNail_Click(bool checked);
 
+    Interaction &m_ui;
+    ThumbnailCache &m_thumbnails;
     QComboBox *m_cmbMaps;
     QLabel *m_imgMapThumb;
     QCheckBox *m_chkThumbNail;
@@ -42,6 +49,7 @@ private:
 };
 
 // Shows the window modally and returns the chosen candidate's index, or -1 for "NO_MAP".
-int ChoosePic(QWidget *parent, const std::string &wanted, const std::vector<MapCandidate> &candidates);
+int ChoosePic(QWidget *parent, Interaction &ui, ThumbnailCache &thumbnails, const std::string &wanted,
+              const std::vector<MapCandidate> &candidates);
 
 } // namespace gelvane

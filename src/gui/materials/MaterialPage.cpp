@@ -1,11 +1,9 @@
 #include "gui/materials/MaterialPage.h"
-#include "gui/WidgetText.h"
 
-#include "core/app/Settings.h"
-#include "core/maps/MapPaths.h"
-#include "gui/maps/ThumbnailImage.h"
+#include "core/materials/MaterialPageState.h"
 #include "core/model/Session.h"
-#include "core/app/MainWindowState.h"
+#include "gui/ThumbnailImage.h"
+#include "gui/WidgetText.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -19,6 +17,8 @@
 #include <QScrollBar>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace gelvane {
 
@@ -113,11 +113,6 @@ constexpr NumberRow kNumbers[7] = {
 const char *const kMapNames[4] = {"Texture Map", "Bump Map", "Reflection Map", "Transparency Map"};
 const char *const kThumbCaptions[4] = {"Texture map", "Bump map", "Reflection map", "Transparency map"};
 
-// True when the row stands for a Figure (rows behind the last one are actors).
-bool IsFigureRow(const Session &session, int row) {
-    return row >= 0 && row < static_cast<int>(session.Figures.size());
-}
-
 QStringList Rows(const QListWidget *list) {
     QStringList rows;
     for (int i = 0; i < list->count(); ++i)
@@ -134,11 +129,9 @@ QStringList Rows(const QComboBox *list) {
 
 } // namespace
 
-MaterialPage::MaterialPage(Session &session, QWidget *parent) : QWidget(parent), m_session(session) {
+MaterialPage::MaterialPage(Session &session, ThumbnailCache &thumbnails, QWidget *parent)
+    : QWidget(parent), m_session(session), m_thumbnails(thumbnails) {
     setObjectName("picOptions_0");
-    // The page shows the thumbnails that the readers cache while they open a file.
-    if (!m_session.LoadThumbNail)
-        ConnectThumbnails(m_session);
     Build();
     SetMaterialControlsEnabled(false);
 }
@@ -332,6 +325,7 @@ QWidget *MaterialPage::BuildPropertyColumn() {
     m_chkTexture = Named(new QCheckBox(column), "chkTexture",
                          "Use absolute file references with textures, bumps, reflection maps and transparency maps");
     pathForm->addWidget(m_chkTexture);
+    connect(m_chkTexture, &QCheckBox::toggled, this, [this](bool checked) { chkTexture_Click(m_session, checked); });
     pathForm->addWidget(Named(new QLabel("Use full map paths", column), "lblUseFullPath"));
     pathForm->addStretch(1);
     maps->addLayout(pathForm, mapRow++, 0, 1, 5);
@@ -357,15 +351,13 @@ void MaterialPage::SetMaterialControlsEnabled(bool enabled) {
         w->setEnabled(false);
     m_Combo2->setEnabled(false);
     m_lstMaterials->setEnabled(enabled);
-    for (QWidget *w : {static_cast<QWidget *>(m_lblObject), static_cast<QWidget *>(m_lblMaterials),
-                       static_cast<QWidget *>(m_lblTemplate), static_cast<QWidget *>(m_lblSelGroup)})
-        w->setEnabled(enabled || w == m_lblObject || w == m_lblTemplate);
-    if (!enabled)
-        ShowThumbnails();
+    m_lblMaterials->setEnabled(enabled);
+    m_lblSelGroup->setEnabled(enabled);
 }
 
 void MaterialPage::refresh() {
     const ViewState &view = m_session.View;
+    const MaterialControls controls = MaterialControlsOf(m_session);
     QStringList rows;
     for (const std::string &line : m_session.cmbFigures)
         rows << Latin1(line);
@@ -377,9 +369,8 @@ void MaterialPage::refresh() {
         }
         m_cmbFigures->setCurrentIndex(view.cmbFiguresIndex < rows.size() ? view.cmbFiguresIndex : -1);
     }
-    const bool materialsOn = !m_session.Options.chkNoMaterialData;
-    m_cmbFigures->setEnabled(!rows.isEmpty() && view.cmbFiguresEnabled && materialsOn);
-    m_cmd[1]->setEnabled(view.cmdDeleteEnabled && !rows.isEmpty());
+    m_cmbFigures->setEnabled(controls.cmbFigures);
+    m_cmd[1]->setEnabled(controls.cmdDelete);
 
     QStringList names;
     for (const std::string &name : view.lstMaterials)
@@ -394,7 +385,7 @@ void MaterialPage::refresh() {
                 m_lstMaterials->setCurrentRow(view.lstMaterialsIndex);
         }
     }
-    SetMaterialControlsEnabled(view.MaterialControlsEnabled && materialsOn);
+    SetMaterialControlsEnabled(controls.lstMaterials);
     {
         const QSignalBlocker blocker(m_Combo1);
         QStringList templates;
@@ -406,8 +397,11 @@ void MaterialPage::refresh() {
         }
         m_Combo1->setCurrentIndex(view.Combo1Index < templates.size() ? view.Combo1Index : -1);
     }
-    // Templates can be chosen while nothing is loaded, not while the materials are switched off.
-    m_Combo1->setEnabled(materialsOn && (view.MaterialControlsEnabled || rows.isEmpty()));
+    m_Combo1->setEnabled(controls.Combo1);
+    {
+        const QSignalBlocker blocker(m_chkTexture);
+        m_chkTexture->setChecked(view.chkTexture);
+    }
     lstMaterials_Click();
 }
 
@@ -423,46 +417,23 @@ void MaterialPage::cmbFigures_Click(int row) {
     emit sessionChanged();
 }
 
-void MaterialPage::ShowMaterialList() {
-    gelvane::ShowMaterialList(m_session);
-    {
-        const QSignalBlocker blocker(m_lstMaterials);
-        m_lstMaterials->clear();
-    }
-    refresh();
-}
-
 void MaterialPage::lstMaterials_Click() {
-    const auto selected = m_lstMaterials->selectedItems();
-    QListWidgetItem *current = m_lstMaterials->currentItem();
-    if (!selected.isEmpty() && (!current || !current->isSelected())) {
-        // The shown material is always a selected one: the first from the top.
-        int first = m_lstMaterials->count();
-        for (auto *item : selected)
-            first = std::min(first, m_lstMaterials->row(item));
+    std::vector<int> selected;
+    for (const QListWidgetItem *item : m_lstMaterials->selectedItems())
+        selected.push_back(m_lstMaterials->row(item));
+    std::sort(selected.begin(), selected.end());
+    gelvane::lstMaterials_Click(m_session, selected, m_lstMaterials->currentRow());
+    if (m_lstMaterials->currentRow() != m_session.View.lstMaterialsIndex) {
         const QSignalBlocker blocker(m_lstMaterials);
-        m_lstMaterials->setCurrentRow(first, QItemSelectionModel::NoUpdate);
+        m_lstMaterials->setCurrentRow(m_session.View.lstMaterialsIndex, QItemSelectionModel::NoUpdate);
     }
-    m_session.View.lstMaterialsIndex = m_lstMaterials->currentRow();
     ShowThumbnails();
 }
 
 void MaterialPage::ShowThumbnails() {
-    const int row = m_cmbFigures->currentIndex();
-    const int index = m_lstMaterials->isEnabled() ? m_lstMaterials->currentRow() : -1;
-    const Material *material = nullptr;
-    if (IsFigureRow(m_session, row) && index >= 0 && index < static_cast<int>(m_session.Figures[row].Materials.size()))
-        material = &m_session.Figures[row].Materials[index];
-    for (int i = 0; i < 4; ++i) {
-        QPixmap picture;
-        if (material) {
-            const std::string &field = i == 0   ? material->textureMap
-                                       : i == 1 ? material->bumpMap
-                                       : i == 2 ? material->reflectionMap
-                                                : material->transparencyMap;
-            if (!field.empty() && !IsNoMap(field))
-                picture = CachedThumbnailPixmap(FullMapPath(m_session.settings().PoserFolder, field), 0);
-        }
+    for (size_t i = 0; i < m_imgThumb.size(); ++i) {
+        const std::string &key = m_session.View.imgThumb[i];
+        const QPixmap picture = key.empty() ? QPixmap() : CachedThumbnailPixmap(m_thumbnails, key, 0);
         m_imgThumb[i]->setPixmap(picture);
         if (picture.isNull())
             m_imgThumb[i]->clear();

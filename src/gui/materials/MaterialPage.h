@@ -17,16 +17,16 @@ class QScrollBar;
 namespace gelvane {
 
 class Session;
+class ThumbnailCache;
 
 class MaterialPage : public QWidget {
     Q_OBJECT
 public:
-    MaterialPage(Session &session, QWidget *parent = nullptr);
+    // The thumbnails are the pictures of list 0 of `thumbnails`.
+    MaterialPage(Session &session, ThumbnailCache &thumbnails, QWidget *parent = nullptr);
 
     // Shows the session's object rows and material rows (View) with their states.
     void refresh();
-    // Refills the material rows from the object selected in cmbFigures, row 0 selected.
-    void ShowMaterialList();
 
     QComboBox *cmbFigures() const { return m_cmbFigures; }
     QListWidget *lstMaterials() const { return m_lstMaterials; }
@@ -48,6 +48,7 @@ private:
     void SetMaterialControlsEnabled(bool enabled);
 
     Session &m_session;
+    ThumbnailCache &m_thumbnails;
     QLabel *m_lblObject = nullptr;
     QComboBox *m_cmbFigures = nullptr;
     QLabel *m_lblMaterials = nullptr;

@@ -1,7 +1,7 @@
 #include "gui/reader/FigureWindow.h"
-#include "gui/WidgetText.h"
 
-#include "core/reader/FigureSelection.h"
+#include "core/app/OpenCommands.h"
+#include "gui/WidgetText.h"
 
 #include <QComboBox>
 #include <QGridLayout>

@@ -1,4 +1,6 @@
 #include "core/app/CommandLine.h"
+#include "core/model/CommandText.h"
+#include "core/platform/Paths.h"
 #include "support/TestHome.h"
 
 #include <gtest/gtest.h>
@@ -40,8 +42,10 @@ TEST(CommandLine, SilentSwitchAndItsPath) {
     EXPECT_FALSE(IsSilentCommand("-s"));
     EXPECT_FALSE(IsSilentCommand("-sx /a.pz2"));
     EXPECT_FALSE(IsSilentCommand("/a -s b.pz2"));
-    EXPECT_EQ(SilentCommandPath("-s \"/My Files/a b.pz2\""), "/My Files/a b.pz2");
-    EXPECT_EQ(SilentCommandPath(" -S   /x.cr2 "), "/x.cr2");
+    EXPECT_EQ(CommandPath("-s \"/My Files/a b.pz2\""), "/My Files/a b.pz2");
+    EXPECT_EQ(CommandPath(" -S   /x.cr2 "), "/x.cr2");
+    EXPECT_EQ(CommandPath(" \"/My Files/a b.pz2\" "), "/My Files/a b.pz2");
+    EXPECT_EQ(SilentOutputPath("/My Files/a.b.CR2"), "/My Files/a.b.pz2");
 
     char prog[] = "gelvane", sw[] = "-s", path[] = "/a b/c.pz2";
     char *argv[] = {prog, sw, path};

@@ -1,7 +1,7 @@
-#include "core/app/Settings.h"
-#include "core/platform/ProfileFile.h"
+#include "core/app/SettingsFile.h"
 #include "core/platform/FileVersion.h"
 #include "core/platform/Paths.h"
+#include "core/platform/ProfileFile.h"
 #include "support/ScriptedInteraction.h"
 #include "support/TestHome.h"
 

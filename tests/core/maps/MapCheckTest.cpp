@@ -123,6 +123,7 @@ TEST_F(MapCheckTest, AReferenceOutsidePoserAsksWhereToLook) {
     poserFile("Runtime/Textures/keep.txt");
     figure({"D:\\Maps\\a.jpg", "D:\\Maps\\b.jpg", ":Skin:c.jpg"});
     // Cancelled: the command ends, later materials keep their text.
+    ui.nextFolder(std::nullopt);
     FixMaps(session, 0, {0, 1}, MapField::Texture);
     EXPECT_EQ(folderQuestions(), std::vector<std::string>{"Look for a.jpg in:"});
     EXPECT_EQ(texture(0, 0), "D:\\Maps\\a.jpg");

@@ -1,7 +1,7 @@
 #pragma once
 // A temporary Poser folder, settings pointing at it, a scripted user and a session.
-#include "core/app/Settings.h"
 #include "core/model/Session.h"
+#include "core/model/Settings.h"
 #include "support/ScriptedInteraction.h"
 #include "support/TestHome.h"
 

@@ -1,7 +1,7 @@
 #include "core/maps/Thumbnails.h"
 
-#include "core/app/Settings.h"
 #include "core/model/Session.h"
+#include "core/model/Settings.h"
 #include "support/ScriptedInteraction.h"
 #include "support/TestHome.h"
 

@@ -1,5 +1,5 @@
-#include "core/model/Failure.h"
 #include "core/model/Numbers.h"
+#include "core/platform/Failure.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "core/model/Failure.h"
-#include "core/model/Model.h"
 #include "core/model/Text.h"
+#include "core/model/Model.h"
+#include "core/platform/Failure.h"
 
 #include <gtest/gtest.h>
 

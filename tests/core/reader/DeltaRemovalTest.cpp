@@ -1,6 +1,6 @@
 #include "core/reader/DeltaRemoval.h"
 
-#include "core/app/Settings.h"
+#include "core/model/Settings.h"
 #include "core/model/Text.h"
 #include "support/ScriptedInteraction.h"
 

@@ -1,7 +1,7 @@
 #include "core/reader/FigureSelection.h"
 
 #include "FigureTestSession.h"
-#include "core/model/Failure.h"
+#include "core/platform/Failure.h"
 #include "core/reader/DeltaRemoval.h"
 
 namespace gelvane {
@@ -56,6 +56,7 @@ TEST_F(FigureRun, EachFigureOpensAlone) {
     EXPECT_FALSE(session.FileModified);
 
     Dropped("two-figures.cr2");
+    ui.nextAnswer(MsgResult::Yes);
     RunFigureSelection(session, Chooser(1));
     EXPECT_EQ(offered, (Strings{"Tester", "Other Figure"}));
     // The chosen figure's materials and actors, none of the other's.

@@ -1,8 +1,8 @@
 #pragma once
 // A session on a temporary home with scripted answers, for the figure and channel tests.
-#include "core/app/Settings.h"
+#include "core/app/OpenCommands.h"
 #include "core/model/Session.h"
-#include "core/reader/MorphLoader.h"
+#include "core/model/Settings.h"
 #include "support/ScriptedInteraction.h"
 #include "support/TestHome.h"
 

@@ -1,7 +1,7 @@
 #include "core/reader/MaterialParser.h"
 
-#include "core/app/Settings.h"
-#include "core/model/Failure.h"
+#include "core/model/Settings.h"
+#include "core/platform/Failure.h"
 #include "support/ScriptedInteraction.h"
 
 #include <gtest/gtest.h>

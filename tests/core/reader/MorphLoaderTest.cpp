@@ -1,7 +1,7 @@
 #include "core/reader/MorphLoader.h"
 
 #include "FigureTestSession.h"
-#include "core/model/Failure.h"
+#include "core/platform/Failure.h"
 #include "core/reader/DeltaRemoval.h"
 
 namespace gelvane {
@@ -80,6 +80,7 @@ TEST_F(MorphLoad, LoadsChannelsAndKeepsTheOwnerRows) {
     // An import asks for its file by the kind; a cancel is silent.
     session.FileName = "/open/file.pz2";
     session.PoserFileKind = KindPP2;
+    ui.nextFile(std::nullopt);
     LoadMorphPoseData(session, false, false, {}, true);
     ASSERT_EQ(ui.fileRequests().size(), 1u);
     EXPECT_EQ(ui.fileRequests()[0].Title, "Open Prop file");

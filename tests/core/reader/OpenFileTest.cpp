@@ -1,6 +1,6 @@
 #include "core/reader/OpenFile.h"
 
-#include "core/app/Settings.h"
+#include "core/model/Settings.h"
 #include "core/model/Text.h"
 #include "support/ScriptedInteraction.h"
 #include "support/TestHome.h"
@@ -32,10 +32,11 @@ protected:
         return names;
     }
     // The failure box's text, or empty when the open didn't fail.
+    // The last failure report of the open.
     std::string FailureText() const {
-        for (const auto &m : ui.messages())
-            if (m.Text.starts_with("Error in the OpenFile function"))
-                return m.Text;
+        for (auto m = ui.messages().rbegin(); m != ui.messages().rend(); ++m)
+            if (m->Text.starts_with("Error in the OpenFile function"))
+                return m->Text;
         return {};
     }
 
@@ -103,9 +104,11 @@ TEST_F(OpenFileTest, CustomMaterialOwnersFollowTheSections) {
 TEST_F(OpenFileTest, DialogIsPreparedByKindAndRemembersTheFolder) {
     settings.PZ2Folder = "/poses";
     session.PoserFileKind = KindCM2;
-    OpenFile(session); // no answer queued: the dialog is cancelled
+    ui.nextFile(std::nullopt);
+    OpenFile(session);
     session.MultiFigure = true;
     session.PoserFileKind = KindPZ2;
+    ui.nextFile(std::nullopt);
     OpenFile(session);
     ASSERT_EQ(ui.fileRequests().size(), 2u);
     const FileDialogRequest &cm2 = ui.fileRequests()[0];
@@ -124,6 +127,7 @@ TEST_F(OpenFileTest, DialogIsPreparedByKindAndRemembersTheFolder) {
     Open(KindPZ2, path);
     EXPECT_FALSE(session.OpenCancelled);
     EXPECT_EQ(session.LastFolder[KindPZ2], home.path() + "/sub");
+    ui.nextFile(std::nullopt);
     OpenFile(session);
     EXPECT_EQ(ui.fileRequests().back().InitialDir, home.path() + "/sub");
     // The cancelled dialog leaves the model as it was.
@@ -211,12 +215,12 @@ TEST_F(OpenFileTest, FailuresAreReportedWithTheirStep) {
         {KindPZ2, "{\nversion\n{\nnumber 4\n}\nfigure\n{\nmaterial a\n{\ntMin 1}\n}\n}\n", "error number 5"},
     };
     for (const Case &c : cases) {
-        ui = test::ScriptedInteraction();
+        const size_t before = ui.messages().size();
         session.OpenFailed = false;
         OpenText(c.kind, "broken.file", c.bytes);
         EXPECT_TRUE(session.OpenFailed) << c.bytes;
         EXPECT_NE(FailureText().find(c.expected), std::string::npos) << FailureText();
-        EXPECT_EQ(ui.messages().size(), 1u);
+        EXPECT_EQ(ui.messages().size(), before + 1);
         if (c.kind == KindCR2) { // the tail scan fails before any material is read
             EXPECT_TRUE(IsEmptyList(session.Figures) && session.Figures[0].Materials.size() == 1);
         }
@@ -273,12 +277,13 @@ TEST_F(OpenFileTest, CommandLineTextNamesTheFile) {
     EXPECT_EQ(session.FileName, path);
     EXPECT_EQ(session.Figures.size(), 2u);
 
-    // "-s " converts silently: the pose goes next to the file and the switch is reset.
+    // "-s ": the path stands behind the switch; the reader leaves the writing to its caller.
     session.CommandLineOpen = true;
     session.CommandText = "-S " + path;
     OpenFile(session);
-    EXPECT_FALSE(session.SilentConvert);
-    EXPECT_EQ(session.OutputPath, home.path() + "/Cmd File.pz2");
+    EXPECT_TRUE(session.SilentConvert);
+    EXPECT_EQ(session.FileName, path);
+    EXPECT_EQ(session.OutputPath, "");
 }
 
 TEST(AddFigureLine, PutsOwnersInFrontOfActorRows) {
@@ -296,10 +301,12 @@ TEST(AddFigureLine, PutsOwnersInFrontOfActorRows) {
 
 TEST_F(OpenFileTest, FreshOpenDropsTheActorsOfTheFileBefore) {
     OpenText(KindPZ2, "wave.pz2",
-             "{\nversion\n{\nnumber 4.01\n}\nactor hip\n{\nchannels\n{\ntargetGeom Smile\n{\nkeys\n{\nk  0  0.5\n}\n}\n}\n}\n}\n");
+             "{\nversion\n{\nnumber 4.01\n}\nactor hip\n{\nchannels\n{\ntargetGeom Smile\n{\nkeys\n{\nk  0  "
+             "0.5\n}\n}\n}\n}\n}\n");
     ASSERT_EQ(FailureText(), "");
     ASSERT_FALSE(IsEmptyList(session.Actors));
-    OpenText(KindPZ2, "mat.pz2", "{\nversion\n{\nnumber 4.01\n}\nfigure\n{\nmaterial Skin\n{\nKdColor 1 1 1 1\n}\n}\n}\n");
+    OpenText(KindPZ2, "mat.pz2",
+             "{\nversion\n{\nnumber 4.01\n}\nfigure\n{\nmaterial Skin\n{\nKdColor 1 1 1 1\n}\n}\n}\n");
     ASSERT_EQ(FailureText(), "");
     EXPECT_TRUE(IsEmptyList(session.Actors));
     EXPECT_EQ(MaterialNames(0), Names{"Skin"});

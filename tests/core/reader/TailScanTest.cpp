@@ -1,8 +1,8 @@
 #include "core/reader/TailScan.h"
 
-#include "core/app/Settings.h"
-#include "core/model/Failure.h"
+#include "core/model/Settings.h"
 #include "core/model/Text.h"
+#include "core/platform/Failure.h"
 #include "core/reader/OpenFile.h"
 #include "support/ScriptedInteraction.h"
 #include "support/TestHome.h"
@@ -107,10 +107,7 @@ TEST_F(TailScanTest, CorpusFilesOpenWithTheirMaterials) {
         {KindPP2, "reality/Simple Plane.pp2", "prop SimplePlane", {"RealityPlane", "Preview"}, {204, 204, 204}, 91},
     };
     for (const Case &c : cases) {
-        const std::string path = test::CorpusPath(c.file);
-        if (!std::filesystem::exists(path))
-            GTEST_SKIP() << "corpus file missing: " << path;
-        Open(c.kind, path);
+        Open(c.kind, test::CorpusPath(c.file));
         ASSERT_FALSE(session.OpenFailed) << c.file;
         EXPECT_EQ(session.cmbFigures, Names{c.owner}) << c.file;
         ASSERT_EQ(session.Figures.size(), 1u);

@@ -1,5 +1,5 @@
 #include "core/reports/FileStatistics.h"
-#include "core/app/Settings.h"
+#include "core/model/Settings.h"
 #include "support/ScriptedInteraction.h"
 
 #include <gtest/gtest.h>

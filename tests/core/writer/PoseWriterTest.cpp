@@ -1,9 +1,9 @@
 #include "WriterModels.h"
 
-#include "core/model/Failure.h"
+#include "core/platform/Failure.h"
 #include "core/platform/Paths.h"
-#include "support/TestHome.h"
 #include "core/writer/PoseWriter.h"
+#include "support/TestHome.h"
 
 #include <gtest/gtest.h>
 
@@ -295,7 +295,7 @@ TEST(PoseWriter, HairNamesChangeInTheModelAsWritten) {
     WriterSession w;
     LightsCameras(w.session);
     PoseText(w.session);
-    EXPECT_EQ(w.session.Figures[3].Name, "prop figureHair");   // Section A renames for good
+    EXPECT_EQ(w.session.Figures[3].Name, "prop figureHair");   // the material blocks rename for good
     EXPECT_EQ(w.session.Figures[0].Name, "prop figurehair_1"); // the closing section only writes the head
     EXPECT_EQ(w.session.Actors[3].Name, "figureHair");
     EXPECT_EQ(w.session.Actors[2].Name, "head");

@@ -1,14 +1,14 @@
 #pragma once
 // Small models for the writer tests, built directly without a reader.
-#include "core/app/Settings.h"
 #include "core/model/Session.h"
+#include "core/model/Settings.h"
 #include "support/ScriptedInteraction.h"
 
 #include <string>
 
 namespace gelvane::test {
 
-// The worked material "Skin": every flag set, a texture map, the other maps "NO_MAP".
+// A material "Skin" with every flag set, a texture map and the other maps "NO_MAP".
 inline Material SkinMaterial(const std::string &name = "Skin") {
     Material m;
     m.Name = name;

@@ -1,5 +1,5 @@
 #include "core/writer/WriterValues.h"
-#include "core/model/Failure.h"
+#include "core/platform/Failure.h"
 
 #include <gtest/gtest.h>
 

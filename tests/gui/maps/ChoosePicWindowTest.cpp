@@ -1,5 +1,9 @@
 #include "gui/maps/ChoosePicWindow.h"
 
+#include "core/maps/Thumbnails.h"
+#include "core/platform/Failure.h"
+#include "support/ScriptedInteraction.h"
+
 #include <QCheckBox>
 #include <QComboBox>
 #include <QImage>
@@ -18,6 +22,8 @@ class ChoosePicWindowTest : public QObject {
 private:
     QTemporaryDir m_dir;
     std::vector<MapCandidate> m_candidates;
+    test::ScriptedInteraction m_ui;
+    ThumbnailCache m_thumbnails;
 
     // Runs `act` on the choice window as soon as it is shown.
     template <class Act> static void WhenShown(Act act) {
@@ -36,6 +42,7 @@ private:
 
 private slots:
     void initTestCase() {
+        m_ui.onFailure([](const std::string &fault) { QTest::qFail(fault.c_str(), __FILE__, __LINE__); });
         QVERIFY(m_dir.isValid());
         QImage wide(40, 20, QImage::Format_RGB32);
         wide.fill(Qt::red);
@@ -50,7 +57,7 @@ private slots:
     }
 
     void rowsThumbnailAndInformation() {
-        ChoosePicWindow window(nullptr, "skin.png", m_candidates);
+        ChoosePicWindow window(nullptr, m_ui, m_thumbnails, "skin.png", m_candidates);
         auto *rows = window.findChild<QComboBox *>("cmbMaps");
         auto *info = window.findChild<QPlainTextEdit *>("txtMapInfo");
         auto *thumb = window.findChild<QLabel *>("imgMapThumb");
@@ -80,13 +87,26 @@ private slots:
             window->findChild<QComboBox *>("cmbMaps")->setCurrentIndex(1);
             window->findChild<QPushButton *>("cmdOK")->click();
         });
-        QCOMPARE(ChoosePic(nullptr, "skin.png", m_candidates), 1);
+        QCOMPARE(ChoosePic(nullptr, m_ui, m_thumbnails, "skin.png", m_candidates), 1);
 
         WhenShown([](QWidget *window) {
             window->findChild<QComboBox *>("cmbMaps")->setCurrentIndex(2);
             window->close();
         });
-        QCOMPARE(ChoosePic(nullptr, "skin.png", m_candidates), -1);
+        QCOMPARE(ChoosePic(nullptr, m_ui, m_thumbnails, "skin.png", m_candidates), -1);
+        // The window's pictures go when it closes.
+        QVERIFY(m_thumbnails.Keys(1).empty());
+    }
+
+    void failureOfARowIsReportedThroughTheInteraction() {
+        ThumbnailCache failing;
+        failing.DoEvents = [] { Fail(ErrOutOfMemory); }; // while the picture loads
+        ChoosePicWindow window(nullptr, m_ui, failing, "skin.png", m_candidates);
+        QCOMPARE(m_ui.messages().size(), size_t(1));
+        QCOMPARE(m_ui.messages()[0].Text,
+                 std::string("Error in the cmbMaps sub\r\nOut of memory, error number 7\r\nCode line number 2"));
+        QCOMPARE(m_ui.messages()[0].Icon, MsgIcon::Exclamation);
+        QVERIFY(window.findChild<QPushButton *>("cmdOK")->isEnabled());
     }
 };
 

@@ -1,45 +1,13 @@
 #pragma once
-// The user's preferences, kept in Settings.ini in the state folder. Loaded once
-// at start-up and shared by reference; folder values are real paths or "none".
+// Loading and saving the settings record as Settings.ini in the state folder.
+#include "core/model/Settings.h"
+
 #include <optional>
 #include <string>
 
 namespace gelvane {
 
 class Interaction;
-
-struct Settings {
-    // [Folders]
-    std::string CR2Folder = "none";
-    std::string PZ2Folder = "none";
-    std::string PP2Folder = "none";
-    std::string HR2Folder = "none";
-    std::string CM2Folder = "none";
-    std::string LT2Folder = "none";
-    std::string FC2Folder = "none";
-    std::string HD2Folder = "none";
-    std::string SaveFolder = "none";
-    std::string MapFolder = "none";
-    std::string PoserFolder = "none";
-    // [General]
-    bool CdlgThumb = true;
-    bool MapThumb = true;
-    bool MainThumb = true;
-    bool AutoCorrect = true;
-    bool SetNoMap = false;
-    bool SetPoserVersion = true;
-    bool SetP5Version = true;
-    std::string PVersionNumber = "4.01";
-    std::string P5VersionNumber = "4.01";
-    bool SaveAsP4 = true;
-    bool FileSystemDOS = true;
-    bool ReportTime = true;
-    std::string DefaultTemplate;
-    bool DisableProperties = true;
-
-    // The folder setting of a file kind (0 CR2 ... 7 LT2).
-    const std::string &FolderOfKind(int kind) const;
-};
 
 // The state folder's Settings.ini path.
 std::string SettingsFilePath();

@@ -10,8 +10,7 @@
 namespace gelvane {
 
 QImage ThumbnailToImage(const Thumbnail &thumbnail);
-// The picture kept under `key` in list `listIndex` of the shared cache; a null
-// pixmap when there is none.
-QPixmap CachedThumbnailPixmap(std::string_view key, int listIndex);
+// The picture kept under `key` in list `listIndex` of `cache`; a null pixmap when there is none.
+QPixmap CachedThumbnailPixmap(const ThumbnailCache &cache, std::string_view key, int listIndex);
 
 } // namespace gelvane

@@ -1,7 +1,7 @@
-#include "WriterModels.h"
+#include "core/app/SaveCommands.h"
 
+#include "../writer/WriterModels.h"
 #include "support/TestHome.h"
-#include "core/writer/SaveCommands.h"
 
 #include <gtest/gtest.h>
 
@@ -32,7 +32,7 @@ TEST(SaveAs, WritesThePoseAndMakesItTheOpenFile) {
     home.write("poses/keep.txt", "");
     w.ui.nextFile(target);
 
-    mnuSaveAs_Click(w.session);
+    EXPECT_EQ(mnuSaveAs_Click(w.session), SaveResult::Saved);
 
     ASSERT_EQ(w.ui.fileRequests().size(), 1u);
     const FileDialogRequest &r = w.ui.fileRequests()[0];
@@ -56,7 +56,7 @@ TEST(SaveAs, WritesThePoseAndMakesItTheOpenFile) {
 
     // The next Save as starts in the folder of the last one, which wins over the setting.
     w.ui.nextFile(std::nullopt);
-    mnuSaveAs_Click(w.session);
+    EXPECT_EQ(mnuSaveAs_Click(w.session), SaveResult::Cancelled);
     EXPECT_EQ(w.ui.fileRequests().back().InitialDir, home.file("poses"));
 }
 
@@ -68,11 +68,11 @@ TEST(SaveAs, CancelAndFailureChangeNothing) {
     w.session.View.Caption = "Gelvane - [Open.pz2]";
     w.session.FileModified = true;
 
-    w.ui.nextFile(std::nullopt); // cancelled
-    mnuSaveAs_Click(w.session);
+    w.ui.nextFile(std::nullopt);
+    EXPECT_EQ(mnuSaveAs_Click(w.session), SaveResult::Cancelled);
     EXPECT_EQ(w.ui.fileRequests().back().InitialDir, ""); // SaveFolder "none" and no earlier Save as
     w.ui.nextFile(home.file("no-such-folder/x.pz2"));
-    mnuSaveAs_Click(w.session);
+    EXPECT_EQ(mnuSaveAs_Click(w.session), SaveResult::Failed);
 
     EXPECT_EQ(w.session.FileName, home.file("Open.pz2"));
     EXPECT_EQ(w.session.OutputPath, w.session.FileName);
@@ -91,7 +91,7 @@ TEST(Save, WritesInPlaceAndSwallowsFailures) {
     w.session.FileName = home.write("Open.pz2", "old");
     w.session.FileModified = true;
     std::filesystem::permissions(w.session.FileName, std::filesystem::perms(0640));
-    mnuSave_Click(w.session);
+    EXPECT_EQ(mnuSave_Click(w.session), SaveResult::Saved);
     EXPECT_NE(home.read("Open.pz2").find("\tmaterial Body\r\n"), std::string::npos);
     EXPECT_EQ(std::filesystem::status(w.session.FileName).permissions(), std::filesystem::perms(0640));
     EXPECT_FALSE(w.session.FileModified);
@@ -100,8 +100,32 @@ TEST(Save, WritesInPlaceAndSwallowsFailures) {
     home.write("Open.pz2", "old");
     w.session.FileModified = true;
     w.session.Figures[0].Materials[0].TextureColorEnabled = true; // its text is empty: not a number
-    EXPECT_NO_THROW(mnuSave_Click(w.session));
+    EXPECT_EQ(mnuSave_Click(w.session), SaveResult::Failed);
     EXPECT_EQ(home.read("Open.pz2"), "old");
     EXPECT_TRUE(w.session.FileModified);
+    EXPECT_TRUE(w.ui.messages().empty());
+}
+
+TEST(ExportMTL, WritesTheChosenFileAndPointsBackAtThePose) {
+    TestHome home;
+    WriterSession w;
+    Session &s = w.session;
+    s.FileName = home.file("Open.cr2");
+    s.SaveDialogInitialDir = home.path();
+    w.ui.nextFile(home.file("Open.mtl"));
+    EXPECT_EQ(mnuExportMTL_Click(s), SaveResult::Saved);
+    const FileDialogRequest &r = w.ui.fileRequests().at(0);
+    EXPECT_EQ(r.Title, "Save material file as...");
+    EXPECT_EQ(r.Filter, "Material files|*.mtl|All files|*.*");
+    EXPECT_EQ(r.DefaultExt, "mtl");
+    EXPECT_EQ(r.Flags, 2054);
+    EXPECT_EQ(r.InitialDir, home.path());
+    EXPECT_EQ(home.read("Open.mtl"), "newmtl \r\n"); // the empty model's one element
+    EXPECT_EQ(s.OutputPath, s.FileName);
+
+    w.ui.nextFile(std::nullopt);
+    s.OutputPath = "elsewhere";
+    EXPECT_EQ(mnuExportMTL_Click(s), SaveResult::Cancelled);
+    EXPECT_EQ(s.OutputPath, s.FileName);
     EXPECT_TRUE(w.ui.messages().empty());
 }

@@ -1,4 +1,4 @@
-#include "gui/maps/ThumbnailImage.h"
+#include "gui/ThumbnailImage.h"
 
 namespace gelvane {
 
@@ -10,8 +10,8 @@ QImage ThumbnailToImage(const Thumbnail &thumbnail) {
     return view.copy(); // the view borrows the cache's bytes
 }
 
-QPixmap CachedThumbnailPixmap(std::string_view key, int listIndex) {
-    const Thumbnail *thumbnail = SharedThumbnails().Find(key, listIndex);
+QPixmap CachedThumbnailPixmap(const ThumbnailCache &cache, std::string_view key, int listIndex) {
+    const Thumbnail *thumbnail = cache.Find(key, listIndex);
     return thumbnail ? QPixmap::fromImage(ThumbnailToImage(*thumbnail)) : QPixmap();
 }
 

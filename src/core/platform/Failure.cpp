@@ -1,4 +1,4 @@
-#include "core/model/Failure.h"
+#include "core/platform/Failure.h"
 
 namespace gelvane {
 
@@ -22,8 +22,6 @@ std::string DescribeError(int number) {
         return "Path/File access error";
     case ErrPathNotFound:
         return "Path not found";
-    case ErrDialogCancelled:
-        return "Cancel was selected.";
     case ErrOutOfMemory:
         return "Out of memory";
     case ErrInternal:

@@ -1,8 +1,7 @@
-#include "core/reader/MorphLoader.h"
-#include "core/reader/OpenFile.h"
+#include "core/app/OpenCommands.h"
 
-#include "FigureTestSession.h"
-#include "core/platform/Paths.h"
+#include "../reader/FigureTestSession.h"
+#include "core/reader/OpenFile.h"
 
 namespace gelvane {
 namespace {
@@ -27,12 +26,14 @@ TEST_F(OpenCommands, FigureLikeKindsAskForChannels) {
     EXPECT_EQ(ui.messages()[0].Icon, MsgIcon::None);
 
     Dropped("chair.pp2");
-    OpenCommand(session, KindPP2); // "Yes"
+    ui.nextAnswer(MsgResult::Yes);
+    OpenCommand(session, KindPP2);
     EXPECT_EQ(session.cmbFigures.front(), "prop chair");
     EXPECT_EQ(MaterialNames(), (Strings{"Wood"}));
     EXPECT_TRUE(session.FileModified);
 
     Dropped("long-hair.hr2");
+    ui.nextAnswer(MsgResult::Yes);
     OpenCommand(session, KindHR2);
     EXPECT_EQ(MaterialNames(), (Strings{"Hair"}));
     EXPECT_TRUE(session.IsHairFile);
@@ -62,12 +63,14 @@ TEST_F(OpenCommands, CharacterCommands) {
 
     // With props: the props at the head become owners, and the question comes anyway.
     Dropped("props-at-head.cr2");
+    ui.nextAnswer(MsgResult::Yes);
     OpenCommand(session, KindCR2, true);
     // The channels are those behind the figure's own geometry line: not the head's prop.
     EXPECT_EQ(session.cmbFigures, (Strings{"figure", "prop ball_1", "actor BODY:1"}));
     EXPECT_EQ(Questions(), 1);
 
     // A cancelled dialog asks nothing.
+    ui.nextFile(std::nullopt);
     OpenCommand(session, KindCR2);
     EXPECT_TRUE(session.OpenCancelled);
     EXPECT_EQ(Questions(), 1);
@@ -83,7 +86,8 @@ TEST_F(OpenCommands, SilentConversionWritesThePoseAndAsksNothing) {
 }
 
 TEST_F(OpenCommands, MultiFigureCommand) {
-    MultiFigureCommand(session, Chooser(0)); // the dialog is cancelled
+    ui.nextFile(std::nullopt);
+    MultiFigureCommand(session, Chooser(0));
     ASSERT_EQ(ui.fileRequests().size(), 1u);
     EXPECT_EQ(ui.fileRequests()[0].Title, "Open Character file");
     EXPECT_EQ(ui.fileRequests()[0].Filter, "Characters|*.cr2|All files|*.*");
@@ -121,6 +125,50 @@ TEST_F(OpenCommands, CharacterFromOutside) {
     EXPECT_EQ(MaterialNames(), (Strings{"Skin"}));
 }
 
+TEST(OpenMenuOf, DroppedFilesByTheirLastFourCharacters) {
+    EXPECT_EQ(MenuOfDroppedFile("/home/u/x.CR2"), OpenMenu::mnuMultiFigure);
+    EXPECT_EQ(MenuOfDroppedFile("C:\\Poser\\a.pp2"), OpenMenu::mnuOpenPP2);
+    EXPECT_EQ(MenuOfDroppedFile("hair.Hr2"), OpenMenu::mnuOpenHR2);
+    EXPECT_EQ(MenuOfDroppedFile("p.pz2"), OpenMenu::mnuOpenPZ2);
+    EXPECT_EQ(MenuOfDroppedFile("p.cm2"), OpenMenu::mnuOpenCM2);
+    EXPECT_EQ(MenuOfDroppedFile("p.fc2"), OpenMenu::mnuOpenFC2);
+    EXPECT_EQ(MenuOfDroppedFile("p.hd2"), OpenMenu::mnuOpenHD2);
+    EXPECT_EQ(MenuOfDroppedFile("p.lt2"), OpenMenu::mnuOpenLT2);
+    // Without a dot the four characters are compared whole.
+    EXPECT_EQ(MenuOfDroppedFile("/tmp/posepz2"), OpenMenu::None);
+    EXPECT_EQ(MenuOfDroppedFile("texture.jpg"), OpenMenu::None);
+    EXPECT_EQ(MenuOfDroppedFile("a.pz"), OpenMenu::None);
+    EXPECT_EQ(MenuOfDroppedFile(""), OpenMenu::None);
+}
+
+TEST(OpenMenuOf, CommandTextByItsLastThreeLetters) {
+    EXPECT_EQ(MenuOfCommandText("\"/home/u/My Figure.CR2\""), OpenMenu::mnuMultiFigure);
+    EXPECT_EQ(MenuOfCommandText("  /a/b.pz2  "), OpenMenu::mnuOpenPZ2);
+    EXPECT_EQ(MenuOfCommandText("/a/b.p\"z\"2"), OpenMenu::mnuOpenPZ2);
+    // Only the letters count, not a dot before them.
+    EXPECT_EQ(MenuOfCommandText("/a/blt2"), OpenMenu::mnuOpenLT2);
+    EXPECT_EQ(MenuOfCommandText("/a/b.txt"), OpenMenu::None);
+    EXPECT_EQ(MenuOfCommandText(""), OpenMenu::None);
+}
+
+TEST(OpenMenuOf, KindsOfTheCommands) {
+    EXPECT_EQ(KindOfMenu(OpenMenu::mnuMultiFigure), KindCR2);
+    EXPECT_EQ(KindOfMenu(OpenMenu::mnuOpenCR2Props), KindCR2);
+    EXPECT_EQ(KindOfMenu(OpenMenu::mnuOpenHR2), KindHR2);
+    EXPECT_EQ(KindOfMenu(OpenMenu::mnuOpenPP2), KindPP2);
+    EXPECT_EQ(KindOfMenu(OpenMenu::mnuOpenLT2), KindLT2);
+    EXPECT_EQ(KindOfMenu(OpenMenu::mnuOpenPZ2), KindPZ2);
+}
+
+TEST_F(OpenCommands, DroppedFileOfNoKindChangesNothing) {
+    session.DialogFileName = "/old/earlier.pz2";
+    DropFile(session, home.write("texture.jpg", "not a pose"), Chooser(0));
+    EXPECT_EQ(session.DialogFileName, "/old/earlier.pz2");
+    EXPECT_FALSE(session.CommandLineOpen);
+    EXPECT_TRUE(ui.fileRequests().empty());
+    EXPECT_TRUE(ui.messages().empty());
+}
+
 TEST_F(OpenCommands, DialogStartsInTheKindsFolder) {
     settings.PP2Folder = "/library/props";
     EXPECT_EQ(OpenDialogRequest(session, KindPP2).InitialDir, "/library/props");
@@ -134,9 +182,8 @@ TEST_F(OpenCommands, DialogStartsInTheKindsFolder) {
 TEST_F(OpenCommands, CorpusFilesOpenWithTheirChannels) {
     const std::string male = test::CorpusPath("sl_avatar/SL_Male.cr2");
     const std::string light = test::CorpusPath("reality/Mesh Light.pp2");
-    if (!FileExists(male) || !FileExists(light))
-        GTEST_SKIP() << "corpus files missing";
     session.CommandText = male;
+    ui.nextAnswer(MsgResult::Yes);
     OpenCharacterFromOutside(session, Chooser(0)); // one figure: straight through
     EXPECT_EQ(chooserCalls, 0);
     EXPECT_EQ(session.Figures[0].Name, "figure");
@@ -146,6 +193,7 @@ TEST_F(OpenCommands, CorpusFilesOpenWithTheirChannels) {
     session.CommandText.clear();
     session.CommandLineOpen = true;
     session.DialogFileName = light;
+    ui.nextAnswer(MsgResult::Yes);
     OpenCommand(session, KindPP2);
     EXPECT_EQ(session.cmbFigures.front(), "prop MeshLight");
     EXPECT_TRUE(session.FileModified);

@@ -7,16 +7,15 @@
 namespace gelvane {
 
 enum ErrorNumber : int {
-    ErrInvalidCall = 5,         // "Invalid procedure call or argument"
-    ErrOverflow = 6,            // "Overflow"
-    ErrSubscript = 9,           // "Subscript out of range"
-    ErrTypeMismatch = 13,       // "Type mismatch"
-    ErrFileNotFound = 53,       // "File not found"
-    ErrInputPastEnd = 62,       // "Input past end of file"
-    ErrPermissionDenied = 70,   // "Permission denied"
-    ErrPathFileAccess = 75,     // "Path/File access error"
-    ErrPathNotFound = 76,       // "Path not found"
-    ErrDialogCancelled = 32755, // a file dialog was cancelled
+    ErrInvalidCall = 5,       // "Invalid procedure call or argument"
+    ErrOverflow = 6,          // "Overflow"
+    ErrSubscript = 9,         // "Subscript out of range"
+    ErrTypeMismatch = 13,     // "Type mismatch"
+    ErrFileNotFound = 53,     // "File not found"
+    ErrInputPastEnd = 62,     // "Input past end of file"
+    ErrPermissionDenied = 70, // "Permission denied"
+    ErrPathFileAccess = 75,   // "Path/File access error"
+    ErrPathNotFound = 76,     // "Path not found"
     // Failures of the file readers.
     ErrOutOfMemory = 7,      // "Out of memory"
     ErrInternal = 51,        // "Internal error"

@@ -1,0 +1,33 @@
+#include "core/platform/AsciiCase.h"
+
+namespace gelvane {
+
+char LowerChar(char c) {
+    return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+std::string LCase(std::string_view text) {
+    std::string out(text);
+    for (char &c : out)
+        c = LowerChar(c);
+    return out;
+}
+
+std::string UCase(std::string_view text) {
+    std::string out(text);
+    for (char &c : out)
+        if (c >= 'a' && c <= 'z')
+            c = static_cast<char>(c - 'a' + 'A');
+    return out;
+}
+
+bool EqualsNoCase(std::string_view a, std::string_view b) {
+    if (a.size() != b.size())
+        return false;
+    for (size_t i = 0; i < a.size(); ++i)
+        if (LowerChar(a[i]) != LowerChar(b[i]))
+            return false;
+    return true;
+}
+
+} // namespace gelvane

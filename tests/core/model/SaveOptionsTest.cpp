@@ -1,0 +1,59 @@
+#include "core/model/SaveOptions.h"
+
+#include "core/model/Session.h"
+#include "core/model/Settings.h"
+#include "support/ScriptedInteraction.h"
+
+#include <gtest/gtest.h>
+
+namespace gelvane {
+namespace {
+
+struct SaveOptionsTest : ::testing::Test {
+    Settings settings;
+    test::ScriptedInteraction ui;
+    Session session{settings, ui};
+};
+
+TEST_F(SaveOptionsTest, VersionBoxGivesTheNumberPrintedBack) {
+    const std::pair<const char *, const char *> cases[] = {
+        {"5.0", "5"},  {"4.01", "4.01"}, {"6 .5", "6.5"}, {" 6 beta", "6"},
+        {"4,01", "4"}, {"abc", "0"},     {"", "0"},       {"&H10", "16"},
+    };
+    for (const auto &[text, version] : cases) {
+        session.FileModified = false;
+        VersionText_Change(session, text);
+        EXPECT_EQ(session.OutputVersion, version) << text;
+        EXPECT_EQ(session.Options.VersionText, text);
+        EXPECT_TRUE(session.FileModified);
+    }
+    // A number beyond any float keeps the version before it.
+    VersionText_Change(session, "4.01");
+    VersionText_Change(session, "1e999");
+    EXPECT_EQ(session.OutputVersion, "4.01");
+    EXPECT_EQ(session.Options.VersionText, "1e999");
+}
+
+TEST_F(SaveOptionsTest, FormatChoiceBringsTheVersionOfItsSetting) {
+    settings.PVersionNumber = "4.01";
+    settings.P5VersionNumber = "5.0";
+    VersionText_Change(session, "7");
+    optPoserFormat_Click(session, 1);
+    EXPECT_TRUE(session.Options.PoserFormatP5);
+    EXPECT_EQ(session.OutputVersion, "5");
+    optPoserFormat_Click(session, 0);
+    EXPECT_FALSE(session.Options.PoserFormatP5);
+    EXPECT_EQ(session.OutputVersion, "4.01");
+
+    // With the settings off, the box keeps what it holds.
+    settings.SetPoserVersion = settings.SetP5Version = false;
+    VersionText_Change(session, "7");
+    optPoserFormat_Click(session, 1);
+    EXPECT_TRUE(session.Options.PoserFormatP5);
+    EXPECT_EQ(session.OutputVersion, "7");
+    optPoserFormat_Click(session, 0);
+    EXPECT_EQ(session.Options.VersionText, "7");
+}
+
+} // namespace
+} // namespace gelvane
