@@ -234,15 +234,6 @@ Settings LoadSettings(Interaction &ui, const std::optional<std::string> &registe
     return s;
 }
 
-void CreateStateFolders() {
-    const std::string state = StateFolder();
-    for (const char *name : {"Templates", "Cache"}) {
-        const std::string folder = JoinPath(state, name);
-        if (!FolderExists(folder))
-            CreateFolder(folder);
-    }
-}
-
 void SaveSettings(const Settings &s) {
     const std::string file = SettingsFilePath();
     const auto write = [&](const char *section, const char *key, const std::string &value) {

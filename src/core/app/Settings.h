@@ -60,9 +60,6 @@ Settings LoadSettings(Interaction &ui);
 // The same, with the folder that the system names as Poser's. No registry names it
 // on this system, so the plain form passes nothing; tests pass a folder.
 Settings LoadSettings(Interaction &ui, const std::optional<std::string> &registeredPoserFolder);
-// Creates the state folder's "Templates" and "Cache" when missing, one level deep,
-// as every filling of the template list does first.
-void CreateStateFolders();
 
 // Writes every setting back, in the fixed order of the file.
 void SaveSettings(const Settings &settings);

@@ -1,4 +1,5 @@
 #include "core/app/Settings.h"
+#include "core/materials/Templates.h"
 #include "core/platform/ProfileFile.h"
 #include "core/platform/FileVersion.h"
 #include "core/platform/Paths.h"
