@@ -4,6 +4,7 @@
 #include "core/model/Session.h"
 #include "gui/MainWindow.h"
 #include "gui/QtInteraction.h"
+#include "gui/materials/TemplatesWindow.h"
 
 #include <QApplication>
 
@@ -22,6 +23,10 @@ int RunGui(int argc, char **argv, const std::string &commandText) {
     MainWindow window(session, settings);
     ui.setOwner(&window);
     ui.setBeforeMessage([&window] { window.refreshFromSession(); });
+    window.setWindowOpener("mnuSelSets", [&session](QWidget *owner) {
+        TemplatesWindow templates(session, owner);
+        templates.exec();
+    });
     window.show();
     settings = LoadSettings(ui);
     window.StartUp(commandText);

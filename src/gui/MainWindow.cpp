@@ -177,6 +177,8 @@ void MainWindow::StartUp(const std::string &commandText) {
     m_session.Actors.assign(1, Actor{});
     m_session.Options.PoserFormatP5 = !m_settings.SaveAsP4;
     m_session.Options.FileSystemDOS = m_settings.FileSystemDOS;
+    if (m_session.RefreshTemplateList)
+        m_session.RefreshTemplateList();
     refreshFromSession();
     if (commandText.empty())
         return;

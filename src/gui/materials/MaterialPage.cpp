@@ -6,6 +6,8 @@
 #include "gui/maps/ThumbnailImage.h"
 #include "core/model/Session.h"
 #include "core/app/MainWindowState.h"
+#include "core/materials/Templates.h"
+#include "gui/materials/TemplatesWindow.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -139,6 +141,8 @@ MaterialPage::MaterialPage(Session &session, QWidget *parent) : QWidget(parent),
     // The page shows the thumbnails that the readers cache while they open a file.
     if (!m_session.LoadThumbNail)
         ConnectThumbnails(m_session);
+    if (!m_session.RefreshTemplateList)
+        ConnectTemplates(m_session);
     Build();
     SetMaterialControlsEnabled(false);
 }
@@ -212,6 +216,21 @@ QWidget *MaterialPage::BuildListColumn() {
         m_session.View.Combo1Index = row;
         if (m_session.LoadTemplateGroups)
             m_session.LoadTemplateGroups(row);
+        refresh();
+        emit sessionChanged();
+    });
+    connect(m_Combo2, &QComboBox::activated, this, &MaterialPage::Combo2_Click);
+    connect(m_cmdEditTemplate, &QPushButton::clicked, this, [this] {
+        cmdEditTemplate_Click(m_session, [this] {
+            TemplatesWindow editor(m_session, this);
+            editor.exec();
+        });
+        refresh();
+        emit sessionChanged();
+    });
+    connect(m_cmdDelTemplate, &QPushButton::clicked, this, [this] {
+        cmdDelTemplate_Click(m_session);
+        refresh();
         emit sessionChanged();
     });
     connect(m_lstMaterials, &QListWidget::itemSelectionChanged, this, &MaterialPage::lstMaterials_Click);
@@ -352,10 +371,8 @@ void MaterialPage::SetMaterialControlsEnabled(bool enabled) {
         w->setEnabled(enabled);
     for (auto *w : {m_chkApplyTextures, m_chkMultiplyThroughLights, m_chkMultiplyThroughKdColor})
         w->setEnabled(false);
-    for (auto *w :
-         {m_cmdInvertSel, m_cmdDeleteMaterials, m_cmdNewMat, m_cmdCreateMat, m_cmdEditTemplate, m_cmdDelTemplate})
+    for (auto *w : {m_cmdInvertSel, m_cmdDeleteMaterials, m_cmdNewMat, m_cmdCreateMat})
         w->setEnabled(false);
-    m_Combo2->setEnabled(false);
     m_lstMaterials->setEnabled(enabled);
     for (QWidget *w : {static_cast<QWidget *>(m_lblObject), static_cast<QWidget *>(m_lblMaterials),
                        static_cast<QWidget *>(m_lblTemplate), static_cast<QWidget *>(m_lblSelGroup)})
@@ -408,6 +425,20 @@ void MaterialPage::refresh() {
     }
     // Templates can be chosen while nothing is loaded, not while the materials are switched off.
     m_Combo1->setEnabled(materialsOn && (view.MaterialControlsEnabled || rows.isEmpty()));
+    {
+        const QSignalBlocker blocker(m_Combo2);
+        QStringList groups;
+        for (const std::string &name : view.Combo2)
+            groups << Latin1(name);
+        if (groups != Rows(m_Combo2)) {
+            m_Combo2->clear();
+            m_Combo2->addItems(groups);
+        }
+        m_Combo2->setCurrentIndex(view.Combo2Index < groups.size() ? view.Combo2Index : -1);
+    }
+    for (QWidget *w : {static_cast<QWidget *>(m_Combo2), static_cast<QWidget *>(m_cmdEditTemplate),
+                       static_cast<QWidget *>(m_cmdDelTemplate)})
+        w->setEnabled(view.TemplateLoaded);
     lstMaterials_Click();
 }
 
@@ -420,6 +451,19 @@ void MaterialPage::cmbFigures_Click(int row) {
     }
     refresh();
     emit objectChosen(row);
+    emit sessionChanged();
+}
+
+void MaterialPage::Combo2_Click(int row) {
+    const auto selected = SelectTemplateGroup(m_session, row);
+    if (!selected)
+        return;
+    // One selection change for the whole group, so the list's click handling runs once.
+    QItemSelection selection;
+    for (int i = 0; i < m_lstMaterials->count() && i < static_cast<int>(selected->size()); ++i)
+        if ((*selected)[static_cast<size_t>(i)])
+            selection.select(m_lstMaterials->model()->index(i, 0), m_lstMaterials->model()->index(i, 0));
+    m_lstMaterials->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
     emit sessionChanged();
 }
 

@@ -44,6 +44,8 @@ private:
     QWidget *BuildPropertyColumn();
     void cmbFigures_Click(int row);
     void lstMaterials_Click();
+    // Choosing a selection group selects exactly its members' rows.
+    void Combo2_Click(int row);
     void ShowThumbnails();
     void SetMaterialControlsEnabled(bool enabled);
 
