@@ -87,7 +87,27 @@ std::string ShortVersion(const std::string &version) {
     return std::string(Left(version, static_cast<long long>(second) - 1));
 }
 
+constexpr std::array<std::pair<const char *, const char *>, 10> kDerived{{
+    {"CR2", "\\Runtime\\Libraries\\Character"},
+    {"PZ2", "\\Runtime\\Libraries\\Pose"},
+    {"PP2", "\\Runtime\\Libraries\\Props"},
+    {"HR2", "\\Runtime\\Libraries\\Hair"},
+    {"CM2", "\\Runtime\\Libraries\\Camera"},
+    {"FC2", "\\Runtime\\Libraries\\Face"},
+    {"HD2", "\\Runtime\\Libraries\\Hand"},
+    {"LT2", "\\Runtime\\Libraries\\Light"},
+    {"Map", "\\Runtime\\Textures"},
+    {"Save", "\\Runtime\\Libraries\\Pose"},
+}};
+
 } // namespace
+
+const char *DerivedFolder(std::string_view key) {
+    for (const auto &[name, derived] : kDerived)
+        if (key == name)
+            return derived;
+    return "";
+}
 
 Settings LoadSettings(Interaction &ui) {
     return LoadSettings(ui, std::nullopt);
@@ -128,18 +148,6 @@ Settings LoadSettings(Interaction &ui, const std::optional<std::string> &registe
     });
     const std::string workingPoser = IsExistingFolder(poser) ? poser : std::string();
 
-    static constexpr std::array<std::pair<const char *, const char *>, 10> kDerived{{
-        {"CR2", "\\Runtime\\Libraries\\Character"},
-        {"PZ2", "\\Runtime\\Libraries\\Pose"},
-        {"PP2", "\\Runtime\\Libraries\\Props"},
-        {"HR2", "\\Runtime\\Libraries\\Hair"},
-        {"CM2", "\\Runtime\\Libraries\\Camera"},
-        {"FC2", "\\Runtime\\Libraries\\Face"},
-        {"HD2", "\\Runtime\\Libraries\\Hand"},
-        {"LT2", "\\Runtime\\Libraries\\Light"},
-        {"Map", "\\Runtime\\Textures"},
-        {"Save", "\\Runtime\\Libraries\\Pose"},
-    }};
     for (const auto &[key, derived] : kDerived) {
         IgnoringFailures([&] {
             const std::string value = read(kFolders, key);

@@ -3,6 +3,7 @@
 // at start-up and shared by reference; folder values are real paths or "none".
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace gelvane {
 
@@ -40,6 +41,10 @@ struct Settings {
     // The folder setting of a file kind (0 CR2 ... 7 LT2).
     const std::string &FolderOfKind(int kind) const;
 };
+
+// The default of a folder entry ("CR2" ... "Save", "Map") under Poser's folder,
+// "\Runtime\..." form; empty for other keys.
+const char *DerivedFolder(std::string_view key);
 
 // The state folder's Settings.ini path.
 std::string SettingsFilePath();
