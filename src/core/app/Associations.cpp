@@ -47,23 +47,14 @@ const AssociationKind *KindOf(const std::string &extension) {
     return nullptr;
 }
 
-// Every spelling of the extension, so that "X.CR2" and "x.Cr2" match as "x.cr2" does.
-std::vector<std::string> GlobsOf(const AssociationKind &kind) {
-    const std::string_view ext = std::string_view(kind.Extension).substr(1);
-    std::vector<std::string> globs{""};
-    for (const char c : ext) {
-        std::vector<std::string> next;
+// A shell pattern that matches the extension in any case: "*.[cC][rR]2".
+std::string ShellPattern(const AssociationKind &kind) {
+    std::string pattern = "*.";
+    for (const char c : std::string_view(kind.Extension).substr(1)) {
         const char lower = LowerChar(c), upper = UCase(std::string(1, c))[0];
-        for (const std::string &g : globs) {
-            next.push_back(g + lower);
-            if (upper != lower)
-                next.push_back(g + upper);
-        }
-        globs = std::move(next);
+        pattern += lower == upper ? std::string(1, c) : std::string("[") + lower + upper + "]";
     }
-    for (std::string &g : globs)
-        g = "*." + g;
-    return globs;
+    return pattern;
 }
 
 // One argument of an Exec line: quoted where the desktop entry rules reserve a
@@ -138,8 +129,7 @@ std::vector<std::string> AssociatedTypes() {
 std::string NautilusScript(const std::string &exePath, const std::vector<const AssociationKind *> &kinds) {
     std::string patterns;
     for (const AssociationKind *kind : kinds)
-        for (const std::string &glob : GlobsOf(*kind))
-            patterns += (patterns.empty() ? "" : "|") + glob;
+        patterns += (patterns.empty() ? "" : "|") + ShellPattern(*kind);
     std::string quotedExe = "'" + Replace(exePath, "'", "'\\''") + "'";
     return "#!/bin/sh\n"
            "# Gelvane: makes a MAT pose beside each selected Poser file.\n"
@@ -168,7 +158,7 @@ void RemoveDefault(const std::string &type) {
         end = end == std::string::npos ? text.size() : end + 1;
         std::string line = text.substr(from, end - from);
         from = end;
-        const std::string bare(Trim(line));
+        const std::string bare(Trim(StripControls(line)));
         if (!bare.empty() && bare.front() == '[')
             inDefaults = bare == "[Default Applications]";
         else if (inDefaults && StartsWith(bare, type + "=")) {
@@ -242,8 +232,8 @@ std::string MimePackageXml() {
             xml += "    <magic priority=\"50\">\n"
                    "      <match type=\"string\" value=\"{\" offset=\"0:3\"/>\n"
                    "    </magic>\n";
-        for (const std::string &glob : GlobsOf(kind))
-            xml += "    <glob pattern=\"" + glob + "\"/>\n";
+        // Globs match without regard to case unless told otherwise: "X.CR2" is one too.
+        xml += std::string("    <glob pattern=\"*") + kind.Extension + "\"/>\n";
         xml += "  </mime-type>\n";
     }
     return xml + "</mime-info>\n";
@@ -252,7 +242,7 @@ std::string MimePackageXml() {
 std::string DesktopEntryText(const std::string &exePath, const std::vector<std::string> &mimeTypes) {
     return "[Desktop Entry]\n"
            "Type=Application\n"
-           "Version=1.5\n"
+           "Version=1.4\n"
            "Name=Gelvane\n"
            "GenericName=Poser File Editor\n"
            "Comment=Edit the materials and channels of Poser files and save them as MAT poses\n"
@@ -267,7 +257,7 @@ std::string DesktopEntryText(const std::string &exePath, const std::vector<std::
 std::string MatPoseEntryText(const std::string &exePath, const std::vector<std::string> &mimeTypes) {
     return "[Desktop Entry]\n"
            "Type=Application\n"
-           "Version=1.5\n"
+           "Version=1.4\n"
            "Name=Create MAT pose\n"
            "Comment=Save the materials and channels of this file as a MAT pose beside it\n"
            "Exec=" + ExecArgument(exePath) + " -s %f\n"
@@ -297,7 +287,7 @@ bool IsAssociated(const std::string &extension) {
     std::string answer;
     if (RunProcess({"xdg-mime", "query", "default", kind->MimeType}, &answer) != 0)
         return false;
-    return LCase(Trim(answer)) == kDesktopId;
+    return LCase(Trim(StripControls(answer))) == kDesktopId;
 }
 
 void Associate(const std::string &extension, const std::string &exePath, bool unassociate) {
