@@ -4,6 +4,7 @@
 #include "core/model/Session.h"
 #include "gui/MainWindow.h"
 #include "gui/QtInteraction.h"
+#include "gui/app/SettingsWindow.h"
 #include "gui/materials/TemplatesWindow.h"
 
 #include <QApplication>
@@ -26,6 +27,10 @@ int RunGui(int argc, char **argv, const std::string &commandText) {
     window.setWindowOpener("mnuSelSets", [&session](QWidget *owner) {
         TemplatesWindow templates(session, owner);
         templates.exec();
+    });
+    window.setWindowOpener("mnuPreferences", [&settings, &session](QWidget *owner) {
+        SettingsWindow preferences(settings, session, owner);
+        preferences.exec();
     });
     window.show();
     settings = LoadSettings(ui);
