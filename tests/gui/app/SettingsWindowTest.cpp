@@ -49,15 +49,15 @@ void SettingsWindowTest::cancelStoresNothingAndOkWritesTheFile() {
     QVERIFY(!window.findChild<QCheckBox *>("chkNOMAP")->isEnabled());
     window.findChild<QCheckBox *>("chkP5Version")->setChecked(false);
     QVERIFY(!window.findChild<QLineEdit *>("txtP5Version")->isEnabled());
+    window.findChild<QLineEdit *>("TXT_6")->setText(QString::fromStdString(home.file("Poser")));
     // Every tab fits a 1024 x 768 screen; the screenshots are kept when asked for.
     window.show();
     for (int i = 0; i < tabs->count(); ++i) {
         tabs->setCurrentIndex(i);
         QVERIFY(window.sizeHint().width() <= 1024 && window.sizeHint().height() <= 720);
         if (const QByteArray dir = qgetenv("GELVANE_SCREENSHOTS"); !dir.isEmpty())
-            window.grab().save(QString("%1/preferences-%2.png").arg(QString(dir)).arg(i + 1));
+            window.grab().save(QString("%1/preferences-%2.png").arg(QString(dir), QStringList{"folders", "associations", "general"}[i]));
     }
-    window.findChild<QLineEdit *>("TXT_6")->setText(QString::fromStdString(home.file("Poser")));
     window.findChild<QCheckBox *>("chkAs_2")->setChecked(true);
     QTest::mouseClick(window.findChild<QPushButton *>("cmdOK"), Qt::LeftButton);
     QCOMPARE(window.result(), int(QDialog::Accepted));
