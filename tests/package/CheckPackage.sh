@@ -28,7 +28,7 @@ dpkg-deb -x "$deb" "$work/root"
 desktop-file-validate "$work/root/usr/share/applications/gelvane.desktop" || fail "invalid desktop entry"
 mkdir -p "$work/mime/packages"
 cp "$work/root/usr/share/mime/packages/gelvane.xml" "$work/mime/packages/"
-update-mime-database "$work/mime" || fail "the MIME package is refused"
+update-mime-database "$work/mime" >"$work/mime.log" 2>&1 || { cat "$work/mime.log" >&2; fail "the MIME package is refused"; }
 for kind in pose character prop hair camera face hand light; do
     grep -qx "application/x-poser-$kind" "$work/mime/types" || fail "the MIME package lacks $kind"
 done

@@ -92,8 +92,10 @@ void Install(const std::string &relative, const std::string &bytes, bool executa
         return;
     }
     if (executable)
-        fs::permissions(path, fs::perms::owner_all | fs::perms::group_read | fs::perms::group_exec |
-                                  fs::perms::others_read | fs::perms::others_exec, ec);
+        fs::permissions(path,
+                        fs::perms::owner_all | fs::perms::group_read | fs::perms::group_exec | fs::perms::others_read |
+                            fs::perms::others_exec,
+                        ec);
 }
 
 std::string IconFile(const EmbeddedIcon &icon) {
@@ -135,7 +137,9 @@ std::string NautilusScript(const std::string &exePath, const std::vector<const A
            "# Gelvane: makes a MAT pose beside each selected Poser file.\n"
            "for f in \"$@\"; do\n"
            "    case \"$f\" in\n"
-           "        " + patterns + ") " + quotedExe + " -s \"$f\" ;;\n"
+           "        " +
+           patterns + ") " + quotedExe +
+           " -s \"$f\" ;;\n"
            "    esac\n"
            "done\n";
 }
@@ -246,7 +250,9 @@ std::string DesktopEntryText(const std::string &exePath, const std::vector<std::
            "Name=Gelvane\n"
            "GenericName=Poser File Editor\n"
            "Comment=Edit the materials and channels of Poser files and save them as MAT poses\n"
-           "Exec=" + ExecArgument(exePath) + " %f\n"
+           "Exec=" +
+           ExecArgument(exePath) +
+           " %f\n"
            "Icon=gelvane\n"
            "Terminal=false\n"
            "Categories=Graphics;3DGraphics;\n"
@@ -260,7 +266,9 @@ std::string MatPoseEntryText(const std::string &exePath, const std::vector<std::
            "Version=1.4\n"
            "Name=Create MAT pose\n"
            "Comment=Save the materials and channels of this file as a MAT pose beside it\n"
-           "Exec=" + ExecArgument(exePath) + " -s %f\n"
+           "Exec=" +
+           ExecArgument(exePath) +
+           " -s %f\n"
            "Icon=gelvane\n"
            "Terminal=false\n"
            "NoDisplay=true\n" +
@@ -277,7 +285,8 @@ std::string ServiceMenuText(const std::string &exePath, const std::vector<std::s
            "[Desktop Action CreateMatPose]\n"
            "Name=Create MAT pose\n"
            "Icon=gelvane\n"
-           "Exec=" + ExecArgument(exePath) + " -s %f\n";
+           "Exec=" +
+           ExecArgument(exePath) + " -s %f\n";
 }
 
 bool IsAssociated(const std::string &extension) {

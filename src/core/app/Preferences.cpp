@@ -30,8 +30,8 @@ const std::array<FolderRow, 11> &FolderRows() {
          "Default Hair folder", "HR2", &Settings::HR2Folder},
         {"Save Folder", "Path of the default Save folder", "Browse the default Save folder", "Default Save folder",
          "Save", &Settings::SaveFolder},
-        {"Map Folder", "Path of the default Maps folder", "Browse the default Maps folder", "Default Map folder",
-         "Map", &Settings::MapFolder},
+        {"Map Folder", "Path of the default Maps folder", "Browse the default Maps folder", "Default Map folder", "Map",
+         &Settings::MapFolder},
         {"Poser Folder", "Path of the Poser folder", "Browse Poser application's folder", "Poser application folder",
          "Poser", &Settings::PoserFolder},
         {"Camera Folder", "Path of the default Cameras (CM2) folder", "Browse the default Camera folder",
@@ -91,8 +91,9 @@ void Browse_Click(PreferencesForm &form, int row, const Settings &s, Interaction
         start = form.TXT[static_cast<size_t>(row)];
     else if (IsFolder(s.PoserFolder))
         start = s.PoserFolder;
-    const auto chosen = ui.ChooseFolder(StripTrailingBackslash(start),
-                                        std::string("Select your ") + FolderRows()[static_cast<size_t>(row)].ChooserName);
+    const auto chosen =
+        ui.ChooseFolder(StripTrailingBackslash(start),
+                        std::string("Select your ") + FolderRows()[static_cast<size_t>(row)].ChooserName);
     if (!chosen || !IsFolder(*chosen))
         return;
     form.TXT[static_cast<size_t>(row)] = *chosen;

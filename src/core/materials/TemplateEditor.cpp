@@ -91,7 +91,8 @@ void TemplateEditor::cmdCreate_Click() {
         if (name.empty())
             return;
     }
-    if (std::any_of(cmbGroups.begin(), cmbGroups.end(), [&](const std::string &row) { return EqualsNoCase(row, name); })) {
+    if (std::any_of(cmbGroups.begin(), cmbGroups.end(),
+                    [&](const std::string &row) { return EqualsNoCase(row, name); })) {
         m_session.ui().MessageBox("Group with that name already exists", kProgramTitle, MsgIcon::Exclamation);
         return;
     }
@@ -196,8 +197,7 @@ void TemplateEditor::mnuSaveAs_Click() {
     if (name.empty())
         return;
     if (name.find_first_of("\"/\\*?:<>|") != std::string::npos) {
-        ui.MessageBox(std::string("The name cannot contain any of the following characters:") + "\r\n" +
-                      "\\/:*?\"<>|");
+        ui.MessageBox(std::string("The name cannot contain any of the following characters:") + "\r\n" + "\\/:*?\"<>|");
         return;
     }
     if (name.size() > 4 && LCase(Right(name, 4)) == ".cfg")

@@ -167,8 +167,8 @@ std::optional<std::vector<bool>> SelectTemplateGroup(Session &session, int row) 
     const TemplateGroup *group = nullptr;
     if (row < static_cast<int>(groups->size()) && (*groups)[static_cast<size_t>(row)].Name == name)
         group = &(*groups)[static_cast<size_t>(row)];
-    else if (const auto it = std::find_if(groups->begin(), groups->end(),
-                                          [&](const TemplateGroup &g) { return g.Name == name; });
+    else if (const auto it =
+                 std::find_if(groups->begin(), groups->end(), [&](const TemplateGroup &g) { return g.Name == name; });
              it != groups->end())
         group = &*it;
     if (!group)

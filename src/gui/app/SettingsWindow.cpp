@@ -122,8 +122,8 @@ QWidget *SettingsWindow::BuildGeneral() {
     };
     versionRow(m_chkVersion, m_txtVersion, "chkVersion", "txtVersion", " Poser version for all P4/PP files:",
                "If checked this version number will be used with all P4/PP files");
-    versionRow(m_chkP5Version, m_txtP5Version, "chkP5Version", "txtP5Version", " Poser version for all P5 files:",
-               "If checked this version number will be used with all P5 files");
+    versionRow(m_chkP5Version, m_txtP5Version, "chkP5Version", "txtP5Version",
+               " Poser version for all P5 files:", "If checked this version number will be used with all P5 files");
 
     const auto frame = [&](const char *name, const char *caption, QRadioButton *&first, const char *firstName,
                            const char *firstCaption, QRadioButton *&second, const char *secondName,
@@ -153,7 +153,8 @@ QWidget *SettingsWindow::BuildGeneral() {
     v->addWidget(m_chkDisableProperties);
 
     auto *templateRow = new QHBoxLayout;
-    m_cmbTemplate = Named(new QComboBox(page), "cmbTemplate", "This material selection template will be loaded by default");
+    m_cmbTemplate =
+        Named(new QComboBox(page), "cmbTemplate", "This material selection template will be loaded by default");
     m_cmbTemplate->setMinimumWidth(200);
     auto *lblTemplate = Named(new QLabel("Default selection template:", page), "lblTemplate");
     lblTemplate->setBuddy(m_cmbTemplate);

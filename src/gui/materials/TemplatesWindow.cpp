@@ -89,7 +89,8 @@ void TemplatesWindow::Build() {
     auto *Label1 = Named(new QLabel("Object", body), "Label1");
     m_Combo1 = Named(new QComboBox(body), "Combo1", "Select an object (figure, prop or body part)");
     auto *lblMaterials = Named(new QLabel("All object's materials", body), "lblMaterials");
-    m_lstMaterials = Named(new QListWidget(body), "lstMaterials", "Double-click a material to add it to the selected group");
+    m_lstMaterials =
+        Named(new QListWidget(body), "lstMaterials", "Double-click a material to add it to the selected group");
     m_lstMaterials->setSelectionMode(QAbstractItemView::ExtendedSelection);
     m_cmdMove = Named(new QPushButton("Add to selected group", body), "cmdMove",
                       "Add selected material(s) to the selected group");

@@ -69,7 +69,8 @@ TEST_F(AssociationsTest, RegistersPerUserAndRemovesOnlyWhatItInstalled) {
     EXPECT_TRUE(FileExists(Data("icons/hicolor/scalable/apps/gelvane.svg")));
 
     // Any case of the extension; a real camera raw picture keeps its type.
-    const std::string character = home.write("files/Figure.CR2", "{\r\n\r\nversion\r\n\t{\r\n\tnumber 4.01\r\n\t}\r\n}\r\n");
+    const std::string character =
+        home.write("files/Figure.CR2", "{\r\n\r\nversion\r\n\t{\r\n\tnumber 4.01\r\n\t}\r\n}\r\n");
     const std::string raw = home.write("files/IMG_0001.cr2", std::string("II*\0\x10\0\0\0CR\x02\0", 12) + "\0\0\0\0");
     const std::string pose = home.write("files/Wave.Pz2", "{\r\n}\r\n");
     {
@@ -88,8 +89,8 @@ TEST_F(AssociationsTest, RegistersPerUserAndRemovesOnlyWhatItInstalled) {
     EXPECT_FALSE(FileExists(Data("nautilus/scripts/Create MAT pose")));
     Associate(".pz2", exe, true);
     EXPECT_FALSE(IsAssociated(".pz2"));
-    for (const char *file : {"applications/gelvane.desktop", "mime/packages/gelvane.xml",
-                             "icons/hicolor/scalable/apps/gelvane.svg"})
+    for (const char *file :
+         {"applications/gelvane.desktop", "mime/packages/gelvane.xml", "icons/hicolor/scalable/apps/gelvane.svg"})
         EXPECT_FALSE(FileExists(Data(file))) << file;
     // The other programs' entries are all still there, as they were.
     EXPECT_EQ(home.read("config/mimeapps.list"), others);

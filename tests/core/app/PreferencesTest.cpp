@@ -47,7 +47,7 @@ TEST(Preferences, OkStoresTheFormAndWritesSettingsWhole) {
     EXPECT_EQ(form.TXT[1], home.file("Poser"));
     EXPECT_EQ(form.TXT[3], "none"); // no Hair folder under it
 
-    form.TXT[2].clear();   // a cleared box keeps the stored folder
+    form.TXT[2].clear();     // a cleared box keeps the stored folder
     form.chkVersion = false; // an unset version box keeps and stores its number
     form.txtVersion = "5.0";
     form.chkAs[0] = true;
@@ -68,7 +68,8 @@ TEST(Preferences, OkStoresTheFormAndWritesSettingsWhole) {
     EXPECT_EQ(home.read("Settings.ini"),
               "[Folders]\r\nCR2=" + poser + "/Runtime/Libraries/Character\r\nPZ2=" + poser +
                   "\r\nPP2=none\r\nHR2=none\r\nCM2=none\r\nFC2=none\r\nHD2=none\r\nLT2=none\r\nPoser=" + poser +
-                  "\r\nMap=" + poser + "/Runtime/textures\r\nSave=none\r\n[General]\r\nCdlgThumb=True\r\n"
+                  "\r\nMap=" + poser +
+                  "/Runtime/textures\r\nSave=none\r\n[General]\r\nCdlgThumb=True\r\n"
                   "MapThumb=True\r\nMainThumb=False\r\nAutoCorrect=True\r\nSetNoMap=False\r\n"
                   "SetPoserVersion=False\r\nSetP5Version=True\r\nPVersionNumber=5.0\r\nP5VersionNumber=4.01\r\n"
                   "ReportTime=True\r\nDefaultTemplate=Skin\r\nDisableProperties=True\r\nSaveAsType=P5\r\n"

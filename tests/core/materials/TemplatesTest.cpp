@@ -1,5 +1,5 @@
-#include "core/materials/TemplateEditor.h"
 #include "core/materials/Templates.h"
+#include "core/materials/TemplateEditor.h"
 
 #include "core/app/Settings.h"
 #include "core/model/Session.h"
@@ -83,7 +83,8 @@ TEST_F(TemplatesTest, CreatorWritesTheGoldenFilesAndOpenThenSaveKeepsTheBytes) {
     for (const auto &m : ui.messages())
         if (!m.Text.starts_with("Enter "))
             boxes.push_back(m.Text);
-    const std::string saved = "Template saved succesfully", overwrite = "A template with that name already exists. Overwrite?";
+    const std::string saved = "Template saved succesfully",
+                      overwrite = "A template with that name already exists. Overwrite?";
     EXPECT_EQ(boxes, (Names{"Group with that name already exists", saved, saved, saved, overwrite, saved, saved,
                             overwrite, saved}));
 }
@@ -157,8 +158,9 @@ TEST(ReadTemplateGroups, EveryShapeFinishes) {
 }
 
 TEST_F(TemplatesTest, MainWindowBoxesSelectWholeNamesWithExactCase) {
-    home.write("Templates/Figure.CFG", "Skin\r\n{\r\nSkin\r\nEyeBall\r\nnothere\r\n}\r\nEmpty\r\n{\r\n}\r\nCase\r\n{\r\n"
-                                       "skinbody\r\n}\r\n");
+    home.write("Templates/Figure.CFG",
+               "Skin\r\n{\r\nSkin\r\nEyeBall\r\nnothere\r\n}\r\nEmpty\r\n{\r\n}\r\nCase\r\n{\r\n"
+               "skinbody\r\n}\r\n");
     home.write("Templates/notes.txt", "");
     ConnectTemplates(session);
     session.RefreshTemplateList();

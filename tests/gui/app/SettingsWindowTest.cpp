@@ -1,6 +1,6 @@
+#include "gui/app/SettingsWindow.h"
 #include "core/app/Settings.h"
 #include "core/model/Session.h"
-#include "gui/app/SettingsWindow.h"
 #include "support/ScriptedInteraction.h"
 #include "support/TestHome.h"
 
@@ -56,7 +56,8 @@ void SettingsWindowTest::cancelStoresNothingAndOkWritesTheFile() {
         tabs->setCurrentIndex(i);
         QVERIFY(window.sizeHint().width() <= 1024 && window.sizeHint().height() <= 720);
         if (const QByteArray dir = qgetenv("GELVANE_SCREENSHOTS"); !dir.isEmpty())
-            window.grab().save(QString("%1/preferences-%2.png").arg(QString(dir), QStringList{"folders", "associations", "general"}[i]));
+            window.grab().save(QString("%1/preferences-%2.png")
+                                   .arg(QString(dir), QStringList{"folders", "associations", "general"}[i]));
     }
     window.findChild<QCheckBox *>("chkAs_2")->setChecked(true);
     QTest::mouseClick(window.findChild<QPushButton *>("cmdOK"), Qt::LeftButton);

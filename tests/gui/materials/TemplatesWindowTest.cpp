@@ -1,8 +1,8 @@
+#include "gui/materials/TemplatesWindow.h"
 #include "core/app/Settings.h"
 #include "core/materials/Templates.h"
 #include "core/model/Session.h"
 #include "gui/materials/MaterialPage.h"
-#include "gui/materials/TemplatesWindow.h"
 #include "support/ScriptedInteraction.h"
 #include "support/TestHome.h"
 
@@ -53,7 +53,8 @@ void TemplatesWindowTest::creatorSavesAndTheMaterialPageSelectsTheGroup() {
         QVERIFY(window.width() <= 1024 && window.height() <= 768);
         ui.nextInput("Figure");
         window.findChild<QAction *>("mnuSaveAs")->trigger();
-        QCOMPARE(window.findChild<QStatusBar *>("StatusBar1")->currentMessage(), QString("Current template: Figure.cfg"));
+        QCOMPARE(window.findChild<QStatusBar *>("StatusBar1")->currentMessage(),
+                 QString("Current template: Figure.cfg"));
         if (const QByteArray dir = qgetenv("GELVANE_SCREENSHOTS"); !dir.isEmpty())
             window.grab().save(QString("%1/template-creator.png").arg(QString(dir)));
         window.findChild<QAction *>("mnuExit")->trigger();
