@@ -38,6 +38,9 @@ struct ViewState {
     std::array<std::string, 4> imgThumb{}; // the picture each thumbnail shows (a FullMapPath), empty for none
     std::vector<std::string> Combo1;       // the selection templates
     int Combo1Index = -1;
+    std::vector<std::string> Combo2; // the groups of the loaded template
+    int Combo2Index = -1;
+    bool TemplateLoaded = false; // enables Combo2, cmdEditTemplate and cmdDelTemplate
     void ClearMaterialControls();
     void EnableMaterialControls();
     void DisableMaterialControls();
@@ -158,6 +161,7 @@ public:
     // Hooks of the thumbnail image list and the template list; either may be empty.
     std::function<void()> ResetThumbnails;           // back to the fixed images, map list emptied
     std::function<void(int row)> LoadTemplateGroups; // a row of Combo1 was selected
+    std::function<void()> RefreshTemplateList;       // Combo1 refilled: a fresh open, start-up, materials on again
 
     void ClearMaterials() { ResetList(Figures); }
     void ClearActors() { Actors.assign(1, Actor{}); }
