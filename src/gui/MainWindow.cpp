@@ -11,6 +11,8 @@
 #include "core/reader/MorphLoader.h"
 #include "gui/AboutWindow.h"
 #include "gui/SaveOptionsPage.h"
+#include "gui/reports/FileInfoWindow.h"
+#include "core/maps/Thumbnails.h"
 #include "core/writer/MtlExport.h"
 #include "core/writer/SaveCommands.h"
 
@@ -30,6 +32,8 @@ MainWindow::MainWindow(Session &session, Settings &settings, QWidget *parent)
     setAcceptDrops(true);
     buildMenus();
     buildPages();
+    setWindowOpener("mnuFileInfo",
+                    [this](QWidget *owner) { ShowFileInfoWindow(m_session, SharedThumbnails(), owner); });
     resize(760, 640);
     refreshFromSession();
 }
@@ -204,8 +208,6 @@ void MainWindow::RunOpenMenu(OpenMenu menu) {
 }
 
 void MainWindow::afterOpen() {
-    if (!m_session.OpenCancelled && !m_session.OpenFailed && !m_session.FileName.empty())
-        m_session.View.mnuFileInfoEnabled = true;
     refreshFromSession();
 }
 
