@@ -73,27 +73,28 @@ struct PoseView {
 
 struct FigureStat {
     std::string Name;
-    int16_t Materials = 0;
+    int32_t Materials = 0;
 };
 
 struct ActorStat {
     std::string Name;
-    int16_t Channels = 0;
-    int16_t PoseChannels = 0;
-    int16_t MorphChannels = 0;
-    int16_t NullChannels = 0;
-    int16_t Materials = 0;
+    int32_t Channels = 0;
+    int32_t PoseChannels = 0;
+    int32_t MorphChannels = 0;
+    int32_t NullChannels = 0;
+    int32_t Materials = 0;
 };
 
-// The counts of the open file, rebuilt after every load.
+// The counts of the open file, rebuilt after every load. 32-bit: a large figure
+// holds more than 32,767 channels.
 struct FileStatisticsRecord {
     std::string FilePath;
     std::vector<FigureStat> FigureStats{1};
     std::vector<ActorStat> ActorStats;
-    int16_t TextureMaps = 0;
-    int16_t BumpMaps = 0;
-    int16_t ReflectionMaps = 0;
-    int16_t TransparencyMaps = 0;
+    int32_t TextureMaps = 0;
+    int32_t BumpMaps = 0;
+    int32_t ReflectionMaps = 0;
+    int32_t TransparencyMaps = 0;
 };
 
 // State that an area above the model keeps for one session (the material page's, for
