@@ -138,6 +138,19 @@ TEST_F(MapCheckTest, AReferenceOutsidePoserAsksWhereToLook) {
     EXPECT_EQ(folderQuestions().size(), 2u);
 }
 
+TEST_F(MapCheckTest, TwinTextureFoldersAreScannedOnceForDifferentMissingMaps) {
+    poserFile("Runtime/Textures/Skin/Skin.jpg");
+    poserFile("Runtime/textures/Vendor/Face.jpg");
+    figure({":Old:face.jpg", ":Old:gone.jpg", ":Old:skin.jpg", ":Old:gone2.jpg"});
+    CheckMapReferences(session);
+    EXPECT_EQ(texture(0, 0), ":Runtime:textures:Vendor:Face.jpg");
+    EXPECT_EQ(texture(0, 2), ":Runtime:Textures:Skin:Skin.jpg");
+    // Both twins were walked for the first miss, and neither again for the later ones.
+    EXPECT_EQ(home.read("Cache/jpgs.txt"),
+              "Skin.jpg\r\n*" + textures() + "/Skin\r\nFace.jpg\r\n*" + poser() + "/Runtime/textures/Vendor\r\n");
+    EXPECT_TRUE(folderQuestions().empty());
+}
+
 TEST_F(MapCheckTest, AWrongPoserFolderIsReportedAndEndsTheCommand) {
     settings.PoserFolder = home.path() + "/NoPoser";
     figure({":Skin:a.jpg", ":Skin:b.jpg"});
