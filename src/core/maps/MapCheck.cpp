@@ -185,8 +185,10 @@ bool FixMapReference(Session &session, Material &material, MapField field) {
             }
         }
         newText = StoredMapReference(session, found);
-        if (settings.MainThumb && session.LoadThumbNail && MapFileExists(poser, path))
-            session.LoadThumbNail(fullPath);
+        // The repaired map's picture, so that the material shows it at once.
+        if (settings.MainThumb && session.LoadThumbNail)
+            if (const auto file = LocateMapReference(poser, newText))
+                session.LoadThumbNail(*file);
     }
     text = newText;
     session.FileModified = true;

@@ -1,5 +1,6 @@
 #include "core/maps/MapCheck.h"
 #include "core/maps/MapFinder.h"
+#include "core/materials/MaterialPageState.h"
 
 #include "MapFixture.h"
 
@@ -163,6 +164,21 @@ TEST_F(MapCheckTest, AWindowsRuntimeOutsidePoserAsksWhereToLookWhenPoserLacksThe
     EXPECT_EQ(texture(0, 0), ext);
     EXPECT_EQ(texture(0, 1), more); // found in what the answer's scan listed
     EXPECT_EQ(texture(0, 2), ":Runtime:Textures:Skin:a.jpg");
+}
+
+TEST_F(MapCheckTest, ThumbnailsAreKeptAndShownUnderTheFileFound) {
+    const std::string moved = poserFile("Runtime/Textures/New/Face.JPG");
+    const std::string body = poserFile("Runtime/Textures/Skin/Body.jpg");
+    std::vector<std::string> loaded;
+    session.LoadThumbNail = [&](const std::string &path) { loaded.push_back(path); };
+    figure({":Old:face.jpg", "C:\\Program Files\\Poser\\Runtime\\textures\\skin\\body.jpg"});
+    CheckMapReferences(session);
+    // The repaired map's picture is made at once; the working one was made while reading.
+    EXPECT_EQ(loaded, std::vector<std::string>{moved});
+    cmbFigures_Click(session, 0);
+    EXPECT_EQ(session.View.imgThumb[0], moved);
+    lstMaterials_Click(session, {1}, 1);
+    EXPECT_EQ(session.View.imgThumb[0], body);
 }
 
 TEST_F(MapCheckTest, AWrongPoserFolderIsReportedAndEndsTheCommand) {
