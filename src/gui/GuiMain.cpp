@@ -25,7 +25,7 @@ int RunGui(int argc, char **argv, const std::string &commandText) {
     ui.setOwner(&window);
     ui.setBeforeMessage([&window] { window.refreshFromSession(); });
     window.show();
-    settings = LoadSettings(ui);
+    settings = LoadSettings(ui, [] { return FindPoserFolders(DefaultPoserSearchPlaces()); });
     window.StartUp(commandText);
     const int status = app.exec();
     ui.setOwner(nullptr);
