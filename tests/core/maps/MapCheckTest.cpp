@@ -156,14 +156,12 @@ TEST_F(MapCheckTest, AWindowsRuntimeOutsidePoserAsksWhereToLookWhenPoserLacksThe
     poserFile("Runtime/Textures/Skin/a.jpg");
     const std::string ext = home.write("Content/Runtime/textures/Ext/ext.jpg", "x");
     const std::string more = home.write("Content/Runtime/textures/Ext/more.jpg", "x");
-    figure({"D:\\Content\\Runtime\\textures\\Ext\\ext.jpg", "D:\\Content\\Runtime\\textures\\Ext\\more.jpg",
-            "E:\\Poser\\Runtime\\Textures\\Skin\\a.jpg"});
+    figure({"D:\\Content\\Runtime\\textures\\Ext\\ext.jpg", "D:\\Content\\Runtime\\textures\\Ext\\more.jpg"});
     ui.nextFolder(home.path() + "/content");
     CheckMapReferences(session);
     EXPECT_EQ(folderQuestions(), std::vector<std::string>{"Look for ext.jpg in:"});
     EXPECT_EQ(texture(0, 0), ext);
     EXPECT_EQ(texture(0, 1), more); // found in what the answer's scan listed
-    EXPECT_EQ(texture(0, 2), ":Runtime:Textures:Skin:a.jpg");
 }
 
 TEST_F(MapCheckTest, ThumbnailsAreKeptAndShownUnderTheFileFound) {
