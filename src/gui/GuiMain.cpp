@@ -37,7 +37,7 @@ int RunGui(int argc, char **argv, const std::string &commandText) {
         preferences.exec();
     });
     window.show();
-    settings = LoadSettings(ui);
+    settings = LoadSettings(ui, [] { return FindPoserFolders(DefaultPoserSearchPlaces()); });
     window.StartUp(commandText);
     const int status = app.exec();
     ui.setOwner(nullptr);

@@ -109,7 +109,10 @@ void chkThumbMain_Click(const PreferencesForm &form, const Settings &s, Interact
 void cmdOK_Click(const PreferencesForm &form, Settings &s, ViewState &view, const AssociationCalls &calls) {
     for (size_t i = 0; i < FolderRows().size(); ++i)
         if (!form.TXT[i].empty() && form.TXT[i] != "none")
-            s.*FolderRows()[i].Setting = form.TXT[i];
+            // A typed Poser folder ("~/...", a separator at the end) is stored as loading
+            // Settings.ini would read it.
+            s.*FolderRows()[i].Setting = static_cast<int>(i) == kPoserFolderRow ? UserFolderPath(form.TXT[i])
+                                                                                : form.TXT[i];
 
     bool associated = false;
     for (size_t i = 0; i < form.chkAs.size(); ++i) {

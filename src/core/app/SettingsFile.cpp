@@ -1,5 +1,6 @@
 #include "core/app/SettingsFile.h"
 
+#include "core/app/PoserSearch.h"
 #include "core/model/Text.h"
 #include "core/platform/FileVersion.h"
 #include "core/platform/Interaction.h"
@@ -88,10 +89,10 @@ const char *DerivedFolder(std::string_view key) {
 }
 
 Settings LoadSettings(Interaction &ui) {
-    return LoadSettings(ui, std::nullopt);
+    return LoadSettings(ui, PoserFinder());
 }
 
-Settings LoadSettings(Interaction &ui, const std::optional<std::string> &registeredPoserFolder) {
+Settings LoadSettings(Interaction &ui, const PoserFinder &findPoser) {
     Settings s;
     const std::string file = SettingsFilePath();
     const auto read = [&](const char *section, const char *key) { return ReadIni(section, key, file, ""); };
@@ -106,22 +107,22 @@ Settings LoadSettings(Interaction &ui, const std::optional<std::string> &registe
 
     std::string poser;
     IgnoringFailures([&] {
-        poser = read(kFolders, "Poser");
-        if (IsExistingFolder(poser))
+        const std::string stored = read(kFolders, "Poser");
+        const bool none = stored.empty() || LCase(stored) == "none";
+        if (const std::string folder = none ? std::string() : UserFolderPath(stored); IsExistingFolder(folder)) {
+            poser = folder;
             return;
-        if (registeredPoserFolder)
-            poser = *registeredPoserFolder;
-        if (IsExistingFolder(poser)) {
-            const MsgResult answer = ui.MessageBox("Is " + poser + "\r\n" + "your Poser directory?",
-                                                   "Default Poser folder", MsgIcon::None, MsgButtons::YesNo);
-            if (answer != MsgResult::Yes) {
-                poser = "none";
-                ui.MessageBox(std::string("You can manually choose your Poser folder later") + "\r\n" +
-                              "in the Preferences form (in the Settings menu).");
-            }
-        } else {
-            poser = "none";
         }
+        if (!none) {
+            // What the user wrote stays: it may name a drive that isn't mounted yet.
+            ui.MessageBox("The Poser folder " + stored + "\r\n" + "named in Settings.ini doesn't exist.", kProgramTitle,
+                          MsgIcon::Exclamation);
+            return;
+        }
+        // The command line never asks, and leaves the question to the window's next start.
+        if (!findPoser)
+            return;
+        poser = AskPoserFolder(ui, findPoser(), stored.empty());
         write(kFolders, "Poser", poser.empty() ? "none" : poser);
     });
     const std::string workingPoser = IsExistingFolder(poser) ? poser : std::string();
@@ -156,6 +157,8 @@ Settings LoadSettings(Interaction &ui, const std::optional<std::string> &registe
     }};
     for (const auto &[key, target] : folders)
         IgnoringFailures([&, key = key, target = target] { *target = read(kFolders, key); });
+    // Poser's folder as found above, whatever form the user gave it in the file.
+    s.PoserFolder = workingPoser.empty() ? "none" : workingPoser;
 
     const auto loadBool = [&](const char *key, bool &target, bool fallback) {
         IgnoringFailures([&] {

@@ -1,8 +1,8 @@
 #pragma once
 // Loading and saving the settings record as Settings.ini in the state folder.
+#include "core/app/PoserSearch.h"
 #include "core/model/Settings.h"
 
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -30,13 +30,15 @@ std::string ReadIni(const std::string &section, const std::string &key, const st
 bool WriteIni(const std::string &section, const std::string &key, const std::string &value, const std::string &fileName,
               bool allowNull);
 
-// Normalises Settings.ini (creating it when missing) and returns the settings;
-// the first-run question about Poser's folder goes through `ui`. Failures of single
-// steps are ignored: that setting keeps its fallback.
+// Normalises Settings.ini (creating it when missing) and returns the settings. Poser's
+// folder may be written with "~" or a separator at its end; one that doesn't exist is
+// reported and left in the file as written. Failures of single steps are ignored: that
+// setting keeps its fallback. This form never asks anything (the command line's).
 Settings LoadSettings(Interaction &ui);
-// The same, with the folder that the system names as Poser's. No registry names it
-// on this system, so the plain form passes nothing; tests pass a folder.
-Settings LoadSettings(Interaction &ui, const std::optional<std::string> &registeredPoserFolder);
+// The window's form: when the file names no Poser folder (a first start, or "none"), the
+// folders that `findPoser` gives are offered through `ui`; on a first start where none is
+// found, the folder chooser asks.
+Settings LoadSettings(Interaction &ui, const PoserFinder &findPoser);
 
 // Writes every setting back, in the fixed order of the file.
 void SaveSettings(const Settings &settings);

@@ -7,6 +7,8 @@
 #include "core/platform/Interaction.h"
 #include "core/platform/Paths.h"
 
+#include <optional>
+
 namespace gelvane {
 namespace {
 
@@ -24,6 +26,36 @@ size_t AppendChecked(MapLists &finder, CheckedMap entry) {
     }
     finder.CheckedMaps.push_back(std::move(entry));
     return finder.CheckedMaps.size() - 1;
+}
+
+// The folder question for a map that Poser's folder doesn't hold; nothing when the user
+// cancelled or named no existing folder.
+std::optional<std::string> AskWhereToLook(Session &session, std::string_view path) {
+    const std::string &poser = session.settings().PoserFolder;
+    std::string start = poser + "\\Runtime\\Textures";
+    if (!FolderExists(start))
+        start = poser;
+    start = StripTrailingBackslash(start);
+    const std::string shown = ResolvePath(start).value_or(start);
+    auto answer = session.ui().ChooseFolder(shown, "Look for " + MapFileName(path) + " in:");
+    if (!answer || !FolderExists(*answer))
+        return std::nullopt;
+    return answer;
+}
+
+// Walks `root` unless this run of checks walked it already, and keeps the lists on disk.
+void ScanOnce(Session &session, const std::string &root) {
+    MapLists &finder = session.Maps;
+    if (IsFolderScanned(session, root))
+        return;
+    ScanFolder(session, root);
+    SaveMapLists(session); // a read-only state folder only costs the next run its cache
+    if (finder.ScannedFolders.empty())
+        finder.ScannedFolders.emplace_back();
+    if (finder.ScannedFolders[0].empty())
+        finder.ScannedFolders[0] = root;
+    else
+        finder.ScannedFolders.push_back(root);
 }
 
 } // namespace
@@ -100,18 +132,15 @@ bool FixMapReference(Session &session, Material &material, MapField field) {
             // Nothing knows the file: walk a folder once, then ask the finder again.
             const size_t entry = AppendChecked(finder, CheckedMap{fullPath, {}});
             ui.ProgressShow("Please wait", "Scanning folders...", -1);
-            // A Windows path into a Poser runtime belongs to our Poser folder as well.
+            // A Windows path into a runtime may be Poser's own, so Poser's folder is searched
+            // first; it is asked about like any outside path when that finds nothing.
+            const bool windowsRuntime = !WindowsPoserPart(path).empty();
             const bool outside = LCase(FullMapPath(poser, LCase(path))).find(LCase(poser)) == std::string::npos &&
-                                 !StartsWith(path, ":") && !StartsWith(path, "\\") && WindowsPoserPart(path).empty();
+                                 !StartsWith(path, ":") && !StartsWith(path, "\\") && !windowsRuntime;
             std::string root;
             if (outside) {
-                std::string start = poser + "\\Runtime\\Textures";
-                if (!FolderExists(start))
-                    start = poser;
-                start = StripTrailingBackslash(start);
-                const std::string shown = ResolvePath(start).value_or(start);
-                const auto answer = ui.ChooseFolder(shown, "Look for " + MapFileName(path) + " in:");
-                if (!answer || !FolderExists(*answer)) {
+                const auto answer = AskWhereToLook(session, path);
+                if (!answer) {
                     ui.ProgressClose();
                     return false;
                 }
@@ -127,18 +156,21 @@ bool FixMapReference(Session &session, Material &material, MapField field) {
                     return false;
                 }
             }
-            if (!IsFolderScanned(session, root)) {
-                ScanFolder(session, root);
-                SaveMapLists(session); // a read-only state folder only costs the next run its cache
-                if (finder.ScannedFolders.empty())
-                    finder.ScannedFolders.emplace_back();
-                if (finder.ScannedFolders[0].empty())
-                    finder.ScannedFolders[0] = root;
-                else
-                    finder.ScannedFolders.push_back(root);
-            }
+            ScanOnce(session, root);
             ui.ProgressClose();
             found = FindFile(session, path);
+            // No file of that name (a choice answered "NO_MAP" is an answer, not a miss).
+            if (windowsRuntime && finder.ChosenMapIndex == 0 && !MapFileExists(poser, found)) {
+                ui.ProgressShow("Please wait", "Scanning folders...", -1);
+                const auto answer = AskWhereToLook(session, path);
+                if (!answer) {
+                    ui.ProgressClose();
+                    return false;
+                }
+                ScanOnce(session, *answer);
+                ui.ProgressClose();
+                found = FindFile(session, path);
+            }
             finder.CheckedMaps[entry].Replacement = FullMapPath(poser, found);
         } else {
             const int16_t index = IndexOfCheckedMap(session, fullPath);
@@ -153,8 +185,10 @@ bool FixMapReference(Session &session, Material &material, MapField field) {
             }
         }
         newText = StoredMapReference(session, found);
-        if (settings.MainThumb && session.LoadThumbNail && MapFileExists(poser, path))
-            session.LoadThumbNail(fullPath);
+        // The repaired map's picture, so that the material shows it at once.
+        if (settings.MainThumb && session.LoadThumbNail)
+            if (const auto file = LocateMapReference(poser, newText))
+                session.LoadThumbNail(*file);
     }
     text = newText;
     session.FileModified = true;

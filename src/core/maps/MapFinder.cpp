@@ -118,27 +118,30 @@ std::string MapCacheFolder() {
 void ScanFolder(Session &session, std::string_view folder) {
     Interaction &ui = session.ui();
     MapLists &finder = session.Maps;
-    const auto root = ResolvePath(folder);
-    std::error_code ec;
-    if (!root || !fs::is_directory(*root, ec))
-        return;
     // Folders reached twice through links are walked once.
     std::set<std::pair<dev_t, ino_t>> visited;
     auto firstVisit = [&visited](const std::string &path) {
         struct stat st {};
         return stat(path.c_str(), &st) == 0 && visited.emplace(st.st_dev, st.st_ino).second;
     };
-    std::string start = *root;
-    while (start.size() > 1 && start.back() == '/')
-        start.pop_back();
-    firstVisit(start);
+    // Every folder that the name stands for: "Textures" and its twin "textures" both hold maps.
+    std::vector<std::string> pending;
+    const std::vector<std::string> twins = ResolveAllPaths(folder);
+    for (auto twin = twins.rbegin(); twin != twins.rend(); ++twin) {
+        std::string start = *twin;
+        while (start.size() > 1 && start.back() == '/')
+            start.pop_back();
+        std::error_code ec;
+        if (fs::is_directory(start, ec) && firstVisit(start))
+            pending.push_back(std::move(start));
+    }
     // Depth first, a folder's files before its sub-folders, without recursion so that deep
     // trees can't exhaust the stack.
-    std::vector<std::string> pending{start};
     while (!pending.empty()) {
         const std::string current = std::move(pending.back());
         pending.pop_back();
         std::vector<std::string> files, folders;
+        std::error_code ec;
         for (fs::directory_iterator it(current, fs::directory_options::skip_permission_denied, ec), end;
              !ec && it != end; it.increment(ec)) {
             std::error_code typeError;
@@ -150,7 +153,6 @@ void ScanFolder(Session &session, std::string_view folder) {
             else if (fs::is_directory(status))
                 folders.push_back(it->path().filename().string());
         }
-        ec.clear();
         std::sort(files.begin(), files.end(), LessNoCase);
         std::sort(folders.begin(), folders.end(), LessNoCase);
         const std::string detail = std::string(FileNamePart(current)) + "...";

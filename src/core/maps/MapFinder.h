@@ -20,8 +20,9 @@ const std::vector<size_t> &MatchingMaps(MapLists &lists, const std::vector<MapFi
 // The state folder's Cache folder (created when missing).
 std::string MapCacheFolder();
 
-// Adds every picture file under `folder`, recursively, to the lists. Files come in name
-// order, folders after the files; unreadable folders and link loops are skipped. The
+// Adds every picture file under `folder`, recursively, to the lists; a folder whose name has
+// twins that differ only in case is walked in each of them. Files come in name order,
+// folders after the files; unreadable folders and link loops are skipped. The
 // progress window's cancel request stops the scan of each remaining folder at its first file.
 void ScanFolder(Session &session, std::string_view folder);
 // Rewrites the five cache files from the lists; false when the Cache folder isn't writable.

@@ -14,6 +14,30 @@ std::string ColonsToBackslashes(std::string_view s) {
     return Replace(s, ":", "\\");
 }
 
+// The real entry (a regular file only with `fileOnly`) for a FullMapPath result: under
+// Poser's folder as configured, as it stands, or for a Windows path into a runtime, from
+// its "runtime" component on under Poser's folder.
+std::optional<std::string> ResolveMapPath(std::string_view poserFolder, std::string_view fullPath, bool fileOnly) {
+    const auto inPoser = [&](std::string_view relative) -> std::optional<std::string> {
+        const auto poser = ResolveFolder(poserFolder);
+        if (!poser)
+            return std::nullopt;
+        return fileOnly ? ResolveFileIn(*poser, relative) : ResolvePathIn(*poser, relative);
+    };
+    // FullMapPath lower-cases the Poser folder too; resolving it as configured spares a
+    // case-insensitive search through each of its parents.
+    const size_t n = poserFolder.size();
+    if (n > 0 && fullPath.size() > n && (fullPath[n] == '\\' || fullPath[n] == '/') &&
+        EqualsNoCase(fullPath.substr(0, n), poserFolder))
+        return inPoser(fullPath.substr(n));
+    if (auto real = fileOnly ? ResolveFile(fullPath) : ResolvePath(fullPath))
+        return real;
+    const std::string_view tail = WindowsPoserPart(fullPath);
+    if (tail.empty())
+        return std::nullopt;
+    return inPoser(tail);
+}
+
 } // namespace
 
 std::string FullMapPath(std::string_view poserFolder, std::string_view mapPath) {
@@ -48,11 +72,11 @@ bool IsNoMap(std::string_view mapPath) {
 
 std::string ShortMapPath(std::string_view poserFolder, std::string_view path, bool fullPaths) {
     std::string s(path);
-    if (auto real = LocateMapFile(poserFolder, path); real) {
-        std::error_code ec;
-        if (std::filesystem::is_regular_file(*real, ec))
-            s = *real;
-    }
+    if (auto real = ResolveMapPath(poserFolder, path, true))
+        s = std::move(*real);
+    // A folder given with a separator at its end would cut the ":" that begins the Poser form.
+    while (poserFolder.size() > 1 && (poserFolder.back() == '/' || poserFolder.back() == '\\'))
+        poserFolder.remove_suffix(1);
     if (!fullPaths && LCase(s).find(LCase(poserFolder)) != std::string::npos) {
         // Cut by the folder's length even when it was found further in: stored references
         // of older files depend on exactly this form.
@@ -65,20 +89,13 @@ std::string ShortMapPath(std::string_view poserFolder, std::string_view path, bo
 }
 
 std::optional<std::string> LocateMapFile(std::string_view poserFolder, std::string_view fullPath) {
-    // FullMapPath lower-cases the Poser folder too; resolving it as configured spares a
-    // case-insensitive search through each of its parents.
-    const size_t n = poserFolder.size();
-    if (n > 0 && fullPath.size() > n && (fullPath[n] == '\\' || fullPath[n] == '/') &&
-        EqualsNoCase(fullPath.substr(0, n), poserFolder)) {
-        if (auto poser = ResolvePath(poserFolder))
-            return ResolvePath(JoinPath(*poser, fullPath.substr(n)));
-    }
-    if (auto real = ResolvePath(fullPath))
-        return real;
-    const std::string_view tail = WindowsPoserPart(fullPath);
-    if (tail.empty())
+    return ResolveMapPath(poserFolder, fullPath, false);
+}
+
+std::optional<std::string> LocateMapReference(std::string_view poserFolder, std::string_view mapPath) {
+    if (Trim(mapPath).empty() || IsNoMap(mapPath))
         return std::nullopt;
-    return ResolvePath(JoinPath(poserFolder, tail));
+    return ResolveMapPath(poserFolder, FullMapPath(poserFolder, mapPath), true);
 }
 
 std::string_view WindowsPoserPart(std::string_view path) {
@@ -94,9 +111,7 @@ std::string_view WindowsPoserPart(std::string_view path) {
 }
 
 bool MapFileExists(std::string_view poserFolder, std::string_view mapPath) {
-    const auto real = LocateMapFile(poserFolder, FullMapPath(poserFolder, mapPath));
-    std::error_code ec;
-    return real && std::filesystem::is_regular_file(*real, ec);
+    return LocateMapReference(poserFolder, mapPath).has_value();
 }
 
 std::string JoinMapPath(std::string_view folder, std::string_view name) {

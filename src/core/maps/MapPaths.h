@@ -25,6 +25,10 @@ std::string ShortMapPath(std::string_view poserFolder, std::string_view path, bo
 // ("c:\program files\poser\runtime\...") that isn't found as it stands is looked for
 // under `poserFolder` from its "runtime" component on.
 std::optional<std::string> LocateMapFile(std::string_view poserFolder, std::string_view fullPath);
+// The existing file (not a folder) that a reference in any form names, with on-disk
+// spelling; nothing for "NO_MAP", an empty text or a missing file. Thumbnails are kept
+// under this path, so that every form of a reference to one file shares one picture.
+std::optional<std::string> LocateMapReference(std::string_view poserFolder, std::string_view mapPath);
 // For a Windows path with a drive and a "Runtime" folder ("C:\\Poser\\Runtime\\textures\\a.jpg"),
 // the part from "Runtime" on; empty for any other text.
 std::string_view WindowsPoserPart(std::string_view path);

@@ -73,8 +73,10 @@ void ShowThumbnails(Session &session) {
                                    : i == 1 ? material->bumpMap
                                    : i == 2 ? material->reflectionMap
                                             : material->transparencyMap;
+        // Pictures are kept under the file found, whatever form the reference has.
         if (!field.empty() && !IsNoMap(field))
-            shown = FullMapPath(session.settings().PoserFolder, field);
+            shown = LocateMapReference(session.settings().PoserFolder, field)
+                        .value_or(FullMapPath(session.settings().PoserFolder, field));
     }
 }
 

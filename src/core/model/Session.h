@@ -35,7 +35,7 @@ struct ViewState {
     bool cmdNewMatEnabled = true;
     bool cmdCreateMatEnabled = true;
     std::array<std::string, 12> TXT{};     // TXT(1)..TXT(11); the version box TXT(0) is Options.VersionText
-    std::array<std::string, 4> imgThumb{}; // the picture each thumbnail shows (a FullMapPath), empty for none
+    std::array<std::string, 4> imgThumb{}; // the map file each thumbnail shows, empty for none
     std::vector<std::string> Combo1;       // the selection templates
     int Combo1Index = -1;
     std::vector<std::string> Combo2; // the groups of the loaded template

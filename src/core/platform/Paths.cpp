@@ -8,11 +8,13 @@
 #include <ctime>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <mutex>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
 #include <unordered_map>
+#include <vector>
 
 namespace fs = std::filesystem;
 
@@ -25,11 +27,12 @@ bool IsSep(char c) {
 
 // Directory listings for case-insensitive lookups, keyed by folder and checked against the
 // folder's change time, so that resolving hundreds of references lists each folder once.
-// Each lower-cased name maps to the first entry of the listing that matches it.
+// Each lower-cased name maps to every entry of the listing that matches it: content unpacked
+// from several sources often leaves twins such as "Textures" beside "textures".
 struct Listing {
     int64_t Seconds = 0;
     int64_t Nanoseconds = 0;
-    std::unordered_map<std::string, std::string> ByLowerName;
+    std::unordered_map<std::string, std::vector<std::string>> ByLowerName;
 };
 
 // A folder changed this recently may change again within the same time stamp (file systems
@@ -40,106 +43,179 @@ std::mutex g_listingMutex;
 std::unordered_map<std::string, Listing> g_listings;
 constexpr size_t kMaxListings = 8192;
 
-std::optional<std::string> FindNoCase(const fs::path &base, std::string_view part) {
-    const std::string folder = base.string();
-    struct stat st {};
-    if (stat(folder.c_str(), &st) != 0 || !S_ISDIR(st.st_mode))
-        return std::nullopt;
-    const std::string key = LCase(part);
-    std::lock_guard lock(g_listingMutex);
-    auto it = g_listings.find(folder);
-    if (it == g_listings.end() || it->second.Seconds != st.st_mtim.tv_sec ||
-        it->second.Nanoseconds != st.st_mtim.tv_nsec) {
-        if (g_listings.size() >= kMaxListings) {
-            g_listings.clear();
-            it = g_listings.end();
-        }
-        const bool settled = std::time(nullptr) - st.st_mtim.tv_sec > kSettledSeconds;
-        if (!settled && it != g_listings.end())
-            g_listings.erase(it);
-        Listing listing;
-        listing.Seconds = st.st_mtim.tv_sec;
-        listing.Nanoseconds = st.st_mtim.tv_nsec;
-        std::error_code ec;
-        for (fs::directory_iterator dir(base, fs::directory_options::skip_permission_denied, ec), end;
-             !ec && dir != end; dir.increment(ec)) {
-            std::string name = dir->path().filename().string();
-            listing.ByLowerName.try_emplace(LCase(name), std::move(name));
-        }
-        if (!settled) {
-            const auto found = listing.ByLowerName.find(key);
-            if (found == listing.ByLowerName.end())
-                return std::nullopt;
-            return (base / found->second).string();
-        }
-        it = g_listings.insert_or_assign(folder, std::move(listing)).first;
-    }
-    const auto found = it->second.ByLowerName.find(key);
-    if (found == it->second.ByLowerName.end())
-        return std::nullopt;
-    return (base / found->second).string();
+std::string ChildPath(const std::string &folder, std::string_view name) {
+    std::string out = folder;
+    if (out.empty() || out.back() != '/')
+        out += '/';
+    out += name;
+    return out;
 }
 
-} // namespace
-
-std::optional<std::string> ResolvePath(std::string_view path) {
-    if (path.empty())
-        return std::nullopt;
-    std::error_code ec;
-    std::string current;
-    size_t i = 0;
-    if (IsSep(path[0])) {
-        current = "/";
-        while (i < path.size() && IsSep(path[i]))
-            ++i;
-    } else {
-        current = ".";
+// The names in `folder` that equal `part` without regard to case, in listing order.
+std::vector<std::string> SpellingsIn(const std::string &folder, std::string_view part) {
+    struct stat st {};
+    if (stat(folder.c_str(), &st) != 0 || !S_ISDIR(st.st_mode))
+        return {};
+    const std::string key = LCase(part);
+    const auto namesIn = [&key](const Listing &listing) {
+        const auto found = listing.ByLowerName.find(key);
+        return found == listing.ByLowerName.end() ? std::vector<std::string>{} : found->second;
+    };
+    std::lock_guard lock(g_listingMutex);
+    auto it = g_listings.find(folder);
+    if (it != g_listings.end() && it->second.Seconds == st.st_mtim.tv_sec &&
+        it->second.Nanoseconds == st.st_mtim.tv_nsec)
+        return namesIn(it->second);
+    if (g_listings.size() >= kMaxListings) {
+        g_listings.clear();
+        it = g_listings.end();
     }
+    Listing listing;
+    listing.Seconds = st.st_mtim.tv_sec;
+    listing.Nanoseconds = st.st_mtim.tv_nsec;
+    std::error_code ec;
+    for (fs::directory_iterator dir(folder, fs::directory_options::skip_permission_denied, ec), end; !ec && dir != end;
+         dir.increment(ec)) {
+        std::string name = dir->path().filename().string();
+        listing.ByLowerName[LCase(name)].push_back(std::move(name));
+    }
+    std::vector<std::string> names = namesIn(listing);
+    const bool settled = std::time(nullptr) - st.st_mtim.tv_sec > kSettledSeconds;
+    if (settled)
+        g_listings.insert_or_assign(folder, std::move(listing));
+    else if (it != g_listings.end())
+        g_listings.erase(it);
+    return names;
+}
+
+enum class EntryKind { Any, File, Folder };
+
+bool IsKind(const std::string &path, EntryKind kind) {
+    struct stat st {};
+    if (stat(path.c_str(), &st) != 0)
+        return false;
+    return kind == EntryKind::Any || (kind == EntryKind::File ? S_ISREG(st.st_mode) : S_ISDIR(st.st_mode));
+}
+
+// Finds real paths for `parts` under `current`: each component as written first, then its
+// other on-disk spellings, going back to an earlier component when a later one isn't found
+// under the spelling taken. `found` gets each match of `kind` and says whether to stop there.
+bool Descend(const std::string &current, const std::vector<std::string_view> &parts, size_t k, EntryKind kind,
+             const std::function<bool(const std::string &)> &found) {
+    if (k == parts.size())
+        return IsKind(current, kind) && found(current);
+    const std::string_view part = parts[k];
+    if (part == "..")
+        return Descend(ChildPath(current, part), parts, k + 1, kind, found);
+    const std::string asWritten = ChildPath(current, part);
+    struct stat st {};
+    const bool writtenExists = lstat(asWritten.c_str(), &st) == 0;
+    if (writtenExists && Descend(asWritten, parts, k + 1, kind, found))
+        return true;
+    for (const std::string &name : SpellingsIn(current, part))
+        if (!(writtenExists && name == part) && Descend(ChildPath(current, name), parts, k + 1, kind, found))
+            return true;
+    return false;
+}
+
+// The components of a path, without empty and "." ones.
+std::vector<std::string_view> PartsOf(std::string_view path) {
+    std::vector<std::string_view> parts;
+    size_t i = 0;
     while (i < path.size()) {
         size_t j = i;
         while (j < path.size() && !IsSep(path[j]))
             ++j;
         const std::string_view part = path.substr(i, j - i);
-        while (j < path.size() && IsSep(path[j]))
-            ++j;
-        i = j;
-        if (part.empty() || part == ".")
-            continue;
-        const fs::path base(current);
-        std::string next;
-        if (part == "..") {
-            next = (base / "..").string();
-        } else if (fs::exists(base / std::string(part), ec)) {
-            next = (base / std::string(part)).string();
-        } else {
-            auto match = FindNoCase(base, part);
-            if (!match)
-                return std::nullopt;
-            next = std::move(*match);
-        }
-        current = next;
+        if (!part.empty() && part != ".")
+            parts.push_back(part);
+        i = j + 1;
     }
-    if (current.starts_with("./"))
-        current.erase(0, 2);
-    if (!fs::exists(current, ec))
+    return parts;
+}
+
+// Every real path that `path` names, the spelling as written first; stops at the first
+// one that `found` accepts.
+void VisitSpellings(std::string_view path, EntryKind kind, const std::function<bool(const std::string &)> &found) {
+    if (path.empty())
+        return;
+    Descend(IsSep(path[0]) ? "/" : ".", PartsOf(path), 0, kind,
+            [&found](const std::string &real) { return found(real.starts_with("./") ? real.substr(2) : real); });
+}
+
+std::optional<std::string> FirstSpelling(std::string_view path, EntryKind kind) {
+    std::optional<std::string> first;
+    VisitSpellings(path, kind, [&first](const std::string &real) {
+        first = real;
+        return true;
+    });
+    return first;
+}
+
+// The same inside a folder that is taken as it stands.
+std::optional<std::string> FirstSpellingIn(std::string_view folder, std::string_view relative, EntryKind kind) {
+    if (folder.empty())
         return std::nullopt;
-    return current;
+    std::optional<std::string> first;
+    Descend(std::string(folder), PartsOf(relative), 0, kind, [&first](const std::string &real) {
+        first = real;
+        return true;
+    });
+    return first;
+}
+
+} // namespace
+
+std::optional<std::string> ResolvePath(std::string_view path) {
+    return FirstSpelling(path, EntryKind::Any);
+}
+
+std::optional<std::string> ResolvePathIn(std::string_view folder, std::string_view relative) {
+    return FirstSpellingIn(folder, relative, EntryKind::Any);
+}
+
+std::optional<std::string> ResolveFileIn(std::string_view folder, std::string_view relative) {
+    return FirstSpellingIn(folder, relative, EntryKind::File);
+}
+
+std::vector<std::string> ResolveAllPaths(std::string_view path) {
+    std::vector<std::string> all;
+    VisitSpellings(path, EntryKind::Any, [&all](const std::string &real) {
+        all.push_back(real);
+        return false;
+    });
+    return all;
 }
 
 std::string GetLongPath(std::string_view path) {
     return ResolvePath(path).value_or(std::string());
 }
 
+std::optional<std::string> ResolveFile(std::string_view path) {
+    return FirstSpelling(path, EntryKind::File);
+}
+
+std::optional<std::string> ResolveFolder(std::string_view path) {
+    return FirstSpelling(path, EntryKind::Folder);
+}
+
 bool FileExists(std::string_view path) {
-    const auto real = ResolvePath(path);
-    std::error_code ec;
-    return real && fs::is_regular_file(*real, ec);
+    return ResolveFile(path).has_value();
 }
 
 bool FolderExists(std::string_view path) {
-    const auto real = ResolvePath(path);
-    std::error_code ec;
-    return real && fs::is_directory(*real, ec);
+    return ResolveFolder(path).has_value();
+}
+
+std::string UserFolderPath(std::string_view text) {
+    std::string folder(text);
+    if (folder == "~" || folder.starts_with("~/")) {
+        if (const char *home = std::getenv("HOME"); home && *home)
+            folder = std::string(home) + folder.substr(1);
+    }
+    while (folder.size() > 1 && IsSep(folder.back()))
+        folder.pop_back();
+    return ResolveFolder(folder).value_or(folder);
 }
 
 std::string JoinPath(std::string_view folder, std::string_view relative) {
@@ -166,9 +242,8 @@ std::string_view FolderPart(std::string_view path) {
 }
 
 std::string ReadFileBytes(std::string_view path) {
-    const auto real = ResolvePath(path);
-    std::error_code ec;
-    if (!real || !fs::is_regular_file(*real, ec))
+    const auto real = ResolveFile(path);
+    if (!real)
         Fail(ErrFileNotFound);
     std::ifstream in(*real, std::ios::binary);
     if (!in)
@@ -182,7 +257,7 @@ std::string ReadFileBytes(std::string_view path) {
 }
 
 std::string ReadFileRange(std::string_view path, uint64_t offset, uint64_t count) {
-    const auto real = ResolvePath(path);
+    const auto real = ResolveFile(path);
     if (!real)
         Fail(ErrFileNotFound);
     std::ifstream in(*real, std::ios::binary);
@@ -200,7 +275,7 @@ std::string ReadFileRange(std::string_view path, uint64_t offset, uint64_t count
 }
 
 uint64_t FileSize(std::string_view path) {
-    const auto real = ResolvePath(path);
+    const auto real = ResolveFile(path);
     std::error_code ec;
     if (!real)
         Fail(ErrFileNotFound);
@@ -215,7 +290,7 @@ void WriteFileAtomic(std::string_view path, std::string_view bytes) {
     std::string target(path);
     if (auto real = ResolvePath(path))
         target = *real;
-    else if (auto folder = ResolvePath(FolderPart(path)); folder && !FolderPart(path).empty())
+    else if (auto folder = ResolveFolder(FolderPart(path)); folder && !FolderPart(path).empty())
         target = JoinPath(*folder, FileNamePart(path));
     const std::string temp = target + ".gelvane-tmp";
     {

@@ -6,15 +6,31 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace gelvane {
 
 // The real path of `path` with on-disk spelling, or nothing when no such entry exists.
+// Every on-disk spelling of a component is tried, the one written first, so that folders
+// that differ only in case ("Textures" beside "textures") are all searched.
 std::optional<std::string> ResolvePath(std::string_view path);
+// The same for a regular file, or for a folder, only.
+std::optional<std::string> ResolveFile(std::string_view path);
+std::optional<std::string> ResolveFolder(std::string_view path);
+// The same for `relative` inside `folder`, a real path as the functions above give it: only
+// the components of `relative` are matched, so a miss costs no look at `folder`'s parents.
+std::optional<std::string> ResolvePathIn(std::string_view folder, std::string_view relative);
+std::optional<std::string> ResolveFileIn(std::string_view folder, std::string_view relative);
+// Every real path that `path` names without regard to case, the spelling as written first.
+std::vector<std::string> ResolveAllPaths(std::string_view path);
 // The same as a text: the empty text when a part doesn't exist or the path is empty.
 std::string GetLongPath(std::string_view path);
 bool FileExists(std::string_view path);
 bool FolderExists(std::string_view path);
+// A folder as a user writes it in a settings file: a leading "~" stands for the home folder
+// and separators at the end are dropped; an existing folder comes back with its on-disk
+// spelling.
+std::string UserFolderPath(std::string_view text);
 // Joins a folder and a relative part that may use either separator; the result uses "/".
 std::string JoinPath(std::string_view folder, std::string_view relative);
 // The part behind the last separator ("\" or "/").

@@ -8,6 +8,8 @@
 #include "core/reader/ActorLoader.h"
 #include "core/reader/DeltaRemoval.h"
 
+#include <algorithm>
+
 namespace gelvane {
 
 namespace {
@@ -97,7 +99,20 @@ std::string CutFigureText(const FigureList &list, int index) {
     const std::string_view figureHead = Mid(text, Pos(start), Pos(nextAt) - Pos(start));
     const std::string_view keyLine = LineFrom(text, start);
 
-    const size_t bodyAt = InStr(text, keyLine, start + 15);
+    // Figures that share a geometry (two copies of one figure) share the key line: the n-th
+    // of them owns the n-th part behind the heads that begins with it.
+    const auto &positions = list.FigurePositions;
+    const auto isHeadLine = [&positions](size_t at) {
+        return std::find(positions.begin(), positions.end(), static_cast<int32_t>(at)) != positions.end();
+    };
+    int sharing = 0;
+    for (int i = 0; i < index; ++i)
+        if (LineFrom(text, static_cast<size_t>(positions[static_cast<size_t>(i)])) == keyLine)
+            ++sharing;
+    size_t bodyAt = InStr(text, keyLine, start + 15);
+    for (; bodyAt != 0; bodyAt = InStr(text, keyLine, bodyAt + 1))
+        if (!isHeadLine(bodyAt) && sharing-- == 0)
+            break;
     size_t bodyEnd = InStr(text, kResFile, bodyAt + 15);
     const bool last = bodyEnd == 0;
     if (last)

@@ -158,11 +158,9 @@ void ParseMaterial(Session &session, std::string_view block, int figureIndex, in
         std::string &field = m.*map.field;
         field = ReadText(session, block, map.keyword);
         // Caching the thumbnail has no effect on the model, so nothing is looked up without a cache.
-        if (session.settings().MainThumb && session.LoadThumbNail) {
-            const std::string full = FullMapPath(session.settings().PoserFolder, field);
-            if (FileExists(full))
-                session.LoadThumbNail(full);
-        }
+        if (session.settings().MainThumb && session.LoadThumbNail)
+            if (const auto file = LocateMapReference(session.settings().PoserFolder, field))
+                session.LoadThumbNail(*file);
         if (session.KeywordMissing)
             field = "NO_MAP";
         else

@@ -200,5 +200,29 @@ TEST_F(OpenCommands, CorpusFilesOpenWithTheirChannels) {
     EXPECT_EQ(Texts(), Strings(2, kLoadChannelsQuestion));
 }
 
+TEST_F(OpenCommands, ASecondOpenAsksAgainWhatTheFirstWasAnswered) {
+    settings.AutoCorrect = true;
+    settings.PoserFolder = home.file("Poser");
+    home.write("Poser/Runtime/Textures/One/dup.jpg", "x");
+    home.write("Poser/Runtime/Textures/Two/dup.jpg", "x");
+    const std::string ext = home.write("Content/Runtime/textures/ext.jpg", "x");
+    const std::string pose = home.write("maps.pz2", "{\nfigure\n{\nmaterial A\n{\ntextureMap \"D:\\Content\\Runtime\\"
+                                                    "textures\\ext.jpg\"\nbumpMap \":Old:dup.jpg\"\n}\n}\n}\n");
+    const auto open = [&] {
+        session.CommandLineOpen = true;
+        session.DialogFileName = pose;
+        OpenCommand(session, KindPZ2);
+        return session.Figures.at(0).Materials.at(0);
+    };
+    ui.nextFolder(std::nullopt); // where to look for ext.jpg: cancelled
+    ui.nextMapChoice(-1);        // which dup.jpg: none
+    EXPECT_EQ(open().bumpMap, "NO_MAP");
+    ui.nextFolder(home.file("Content"));
+    ui.nextMapChoice(0);
+    const Material second = open();
+    EXPECT_EQ(second.textureMap, ext);
+    EXPECT_EQ(second.bumpMap, ":Runtime:Textures:One:dup.jpg");
+}
+
 } // namespace
 } // namespace gelvane

@@ -48,6 +48,7 @@ TEST(Preferences, OkStoresTheFormAndWritesSettingsWhole) {
     EXPECT_EQ(form.TXT[3], "none"); // no Hair folder under it
 
     form.TXT[2].clear();     // a cleared box keeps the stored folder
+    form.TXT[6] += "/";      // a typed Poser folder is normalised
     form.chkVersion = false; // an unset version box keeps and stores its number
     form.txtVersion = "5.0";
     form.chkAs[0] = true;

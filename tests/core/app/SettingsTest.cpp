@@ -1,3 +1,4 @@
+#include "core/app/PoserSearch.h"
 #include "core/app/SettingsFile.h"
 #include "core/materials/Templates.h"
 #include "core/platform/FileVersion.h"
@@ -9,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <cstdlib>
 #include <filesystem>
 #include <string>
 
@@ -79,7 +81,7 @@ TEST(LoadSettings, FirstStartCreatesTheFileWithAllDefaults) {
     ScriptedInteraction ui;
     const Settings s = LoadSettings(ui);
     EXPECT_TRUE(ui.messages().empty());
-    EXPECT_EQ(Ini(home), "[Folders]\r\nPoser=none\r\nCR2=none\r\nPZ2=none\r\nPP2=none\r\nHR2=none\r\nCM2=none\r\n"
+    EXPECT_EQ(Ini(home), "[Folders]\r\nCR2=none\r\nPZ2=none\r\nPP2=none\r\nHR2=none\r\nCM2=none\r\n"
                          "FC2=none\r\nHD2=none\r\nLT2=none\r\nMap=none\r\nSave=none\r\n"
                          "[General]\r\nCdlgThumb=True\r\nMapThumb=True\r\nMainThumb=True\r\nAutoCorrect=True\r\n"
                          "SetNoMap=False\r\nSetPoserVersion=True\r\nSetP5Version=True\r\nPVersionNumber=4.01\r\n"
@@ -180,49 +182,95 @@ TEST(LoadSettings, DefaultTemplateMustExist) {
     EXPECT_EQ(LoadSettings(ui).DefaultTemplate, "Skin");
 }
 
-TEST(LoadSettings, RegisteredFolderIsOfferedOnFirstStart) {
+PoserFinder Finds(std::vector<std::string> folders) {
+    return [folders] { return folders; };
+}
+
+constexpr const char *kChooseLater =
+    "You can manually choose your Poser folder later\r\nin the Preferences form (in the Settings menu).";
+
+TEST(LoadSettings, FoldersFoundAreOfferedUntilOneIsStored) {
     TestHome home;
     std::filesystem::create_directories(home.file("Poser/Runtime/Libraries/Hand"));
     const std::string poser = home.file("Poser");
-
+    // Declined: "none" and a notice; the offer comes again at the next start.
+    ScriptedInteraction no;
+    no.nextAnswer(MsgResult::No);
+    no.nextAnswer(MsgResult::No);
+    EXPECT_EQ(LoadSettings(no, Finds({poser, home.path()})).PoserFolder, "none");
+    ASSERT_EQ(no.messages().size(), 3u);
+    EXPECT_EQ(no.messages()[0].Text, "Is " + poser + "\r\nyour Poser directory?");
+    EXPECT_EQ(no.messages()[0].Title, "Default Poser folder");
+    EXPECT_EQ(no.messages()[0].Buttons, MsgButtons::YesNo);
+    EXPECT_EQ(no.messages()[2].Text, kChooseLater);
     ScriptedInteraction yes;
     yes.nextAnswer(MsgResult::Yes);
-    const Settings accepted = LoadSettings(yes, poser);
-    ASSERT_EQ(yes.messages().size(), 1u);
-    EXPECT_EQ(yes.messages()[0].Text, "Is " + poser + "\r\nyour Poser directory?");
-    EXPECT_EQ(yes.messages()[0].Title, "Default Poser folder");
-    EXPECT_EQ(yes.messages()[0].Buttons, MsgButtons::YesNo);
-    EXPECT_EQ(accepted.PoserFolder, poser);
-    EXPECT_EQ(accepted.HD2Folder, poser + "/Runtime/Libraries/Hand");
-
-    // Once stored, the folder isn't asked about again.
-    ScriptedInteraction later;
-    LoadSettings(later, poser);
+    EXPECT_EQ(LoadSettings(yes, Finds({poser})).HD2Folder, poser + "/Runtime/Libraries/Hand");
+    ScriptedInteraction later; // stored: nothing is searched or asked
+    LoadSettings(later, [] { return std::vector<std::string>{"searched"}; });
     EXPECT_TRUE(later.messages().empty());
 }
 
-TEST(LoadSettings, DecliningTheRegisteredFolderAsksAgainNextTime) {
+TEST(LoadSettings, OnlyTheWindowsFirstStartAsksWithTheFolderChooser) {
     TestHome home;
-    std::filesystem::create_directories(home.file("Poser"));
-    ScriptedInteraction no;
-    no.nextAnswer(MsgResult::No);
-    const Settings s = LoadSettings(no, home.file("Poser"));
-    ASSERT_EQ(no.messages().size(), 2u);
-    EXPECT_EQ(no.messages()[1].Text,
-              "You can manually choose your Poser folder later\r\nin the Preferences form (in the Settings menu).");
-    EXPECT_EQ(no.messages()[1].Title, "Gelvane");
-    EXPECT_EQ(no.messages()[1].Buttons, MsgButtons::OK);
-    EXPECT_EQ(s.PoserFolder, "none");
+    std::filesystem::create_directories(home.file("Poser/Runtime/Textures"));
+    ScriptedInteraction silent;
+    EXPECT_EQ(LoadSettings(silent).PoserFolder, "none");
+    EXPECT_EQ(Ini(home).find("Poser="), std::string::npos); // left for the window's start
+    ScriptedInteraction ui;
+    ui.nextFolder(home.file("poser/runtime")); // the Runtime folder stands for its parent
+    EXPECT_EQ(LoadSettings(ui, Finds({})).MapFolder, home.file("Poser/Runtime/Textures"));
+    EXPECT_NE(Ini(home).find("Poser=" + home.file("Poser") + "\r\n"), std::string::npos);
 
-    ScriptedInteraction again;
-    again.nextAnswer(MsgResult::No);
-    LoadSettings(again, home.file("Poser"));
-    EXPECT_EQ(again.messages().size(), 2u);
+    TestHome second; // cancelled: "none" and the notice, and no chooser at later starts
+    ScriptedInteraction cancel;
+    cancel.nextFolder(std::nullopt);
+    EXPECT_EQ(LoadSettings(cancel, Finds({})).PoserFolder, "none");
+    EXPECT_EQ(cancel.messages().back().Text, kChooseLater);
+    ScriptedInteraction next;
+    LoadSettings(next, Finds({}));
+    EXPECT_TRUE(next.messages().empty());
+}
 
-    // A registered folder that doesn't exist is never offered.
-    ScriptedInteraction missing;
-    EXPECT_EQ(LoadSettings(missing, home.file("Nowhere")).PoserFolder, "none");
-    EXPECT_TRUE(missing.messages().empty());
+TEST(LoadSettings, PoserFolderIsNormalisedAndWhatTheUserWroteIsKept) {
+    TestHome home;
+    std::filesystem::create_directories(home.file("Poser/Runtime/Textures"));
+    const std::string poser = home.file("Poser"), oldHome = std::getenv("HOME") ? std::getenv("HOME") : "";
+    setenv("HOME", home.path().c_str(), 1);
+    for (const std::string &written : {poser + "/", poser + "\\", std::string("~/Poser//"), home.file("POSER")}) {
+        home.write("Settings.ini", "[Folders]\r\nPoser=" + written + "\r\n");
+        ScriptedInteraction ui;
+        const Settings s = LoadSettings(ui, Finds({}));
+        EXPECT_EQ(s.PoserFolder, poser) << written;
+        EXPECT_EQ(s.MapFolder, poser + "/Runtime/Textures") << written;
+        EXPECT_NE(Ini(home).find("Poser=" + written + "\r\n"), std::string::npos) << written;
+    }
+    setenv("HOME", oldHome.c_str(), 1);
+    // A folder that isn't there is reported and stays as written.
+    home.write("Settings.ini", "[Folders]\r\nPoser=/media/usb/Poser\r\n");
+    ScriptedInteraction ui;
+    EXPECT_EQ(LoadSettings(ui, Finds({poser})).PoserFolder, "none");
+    ASSERT_EQ(ui.messages().size(), 1u);
+    EXPECT_EQ(ui.messages()[0].Text, "The Poser folder /media/usb/Poser\r\nnamed in Settings.ini doesn't exist.");
+    EXPECT_NE(Ini(home).find("Poser=/media/usb/Poser\r\n"), std::string::npos);
+}
+
+TEST(PoserSearch, FindsInstallationsAndLibrariesWhereLinuxUsersKeepThem) {
+    TestHome home;
+    for (const char *folder :
+         {"wine/drive_c/Program Files/Vendor/Poser 4/Runtime", "wine/drive_c/program files (x86)/Maker/Pro/runtime",
+          "wine/drive_c/Program Files/a/b/c/d/Runtime", // too deep
+          "wine/drive_c/users/me/Runtime",              // no installation
+          "Documents/Poser Content/Runtime", "Documents/.cache/Runtime",
+          "Documents/Poser Content/Other/Runtime"}) // inside a library found
+        std::filesystem::create_directories(home.file(folder));
+    home.write("wine/drive_c/program files (x86)/Maker/Pro/poser.exe", "MZ");
+    std::filesystem::create_symlink(home.file("wine/drive_c/users"), home.file("Documents/users"));
+    const PoserSearchPlaces places{{home.file("wine"), home.file("wine/")}, home.file("Documents")};
+    EXPECT_EQ(FindPoserFolders(places),
+              (std::vector<std::string>{home.file("wine/drive_c/program files (x86)/Maker/Pro"),
+                                        home.file("wine/drive_c/Program Files/Vendor/Poser 4"),
+                                        home.file("Documents/Poser Content")}));
 }
 
 TEST(SaveSettings, WritesAFreshFileInItsFixedOrder) {

@@ -1,5 +1,6 @@
 #include "core/maps/MapCheck.h"
 #include "core/maps/MapFinder.h"
+#include "core/materials/MaterialPageState.h"
 
 #include "MapFixture.h"
 
@@ -136,6 +137,46 @@ TEST_F(MapCheckTest, AReferenceOutsidePoserAsksWhereToLook) {
     // A Poser form doesn't ask.
     FixMaps(session, 0, {2}, MapField::Texture);
     EXPECT_EQ(folderQuestions().size(), 2u);
+}
+
+TEST_F(MapCheckTest, TwinTextureFoldersAreScannedOnceForDifferentMissingMaps) {
+    poserFile("Runtime/Textures/Skin/Skin.jpg");
+    poserFile("Runtime/textures/Vendor/Face.jpg");
+    figure({":Old:face.jpg", ":Old:gone.jpg", ":Old:skin.jpg", ":Old:gone2.jpg"});
+    CheckMapReferences(session);
+    EXPECT_EQ(texture(0, 0), ":Runtime:textures:Vendor:Face.jpg");
+    EXPECT_EQ(texture(0, 2), ":Runtime:Textures:Skin:Skin.jpg");
+    // Both twins were walked for the first miss, and neither again for the later ones.
+    EXPECT_EQ(home.read("Cache/jpgs.txt"),
+              "Skin.jpg\r\n*" + textures() + "/Skin\r\nFace.jpg\r\n*" + poser() + "/Runtime/textures/Vendor\r\n");
+    EXPECT_TRUE(folderQuestions().empty());
+}
+
+TEST_F(MapCheckTest, AWindowsRuntimeOutsidePoserAsksWhereToLookWhenPoserLacksTheFile) {
+    poserFile("Runtime/Textures/Skin/a.jpg");
+    const std::string ext = home.write("Content/Runtime/textures/Ext/ext.jpg", "x");
+    const std::string more = home.write("Content/Runtime/textures/Ext/more.jpg", "x");
+    figure({"D:\\Content\\Runtime\\textures\\Ext\\ext.jpg", "D:\\Content\\Runtime\\textures\\Ext\\more.jpg"});
+    ui.nextFolder(home.path() + "/content");
+    CheckMapReferences(session);
+    EXPECT_EQ(folderQuestions(), std::vector<std::string>{"Look for ext.jpg in:"});
+    EXPECT_EQ(texture(0, 0), ext);
+    EXPECT_EQ(texture(0, 1), more); // found in what the answer's scan listed
+}
+
+TEST_F(MapCheckTest, ThumbnailsAreKeptAndShownUnderTheFileFound) {
+    const std::string moved = poserFile("Runtime/Textures/New/Face.JPG");
+    const std::string body = poserFile("Runtime/Textures/Skin/Body.jpg");
+    std::vector<std::string> loaded;
+    session.LoadThumbNail = [&](const std::string &path) { loaded.push_back(path); };
+    figure({":Old:face.jpg", "C:\\Program Files\\Poser\\Runtime\\textures\\skin\\body.jpg"});
+    CheckMapReferences(session);
+    // The repaired map's picture is made at once; the working one was made while reading.
+    EXPECT_EQ(loaded, std::vector<std::string>{moved});
+    cmbFigures_Click(session, 0);
+    EXPECT_EQ(session.View.imgThumb[0], moved);
+    lstMaterials_Click(session, {1}, 1);
+    EXPECT_EQ(session.View.imgThumb[0], body);
 }
 
 TEST_F(MapCheckTest, AWrongPoserFolderIsReportedAndEndsTheCommand) {

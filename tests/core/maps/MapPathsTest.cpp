@@ -13,10 +13,41 @@ namespace {
 
 using MapPathsTest = MapFixture;
 
+TEST(MapPathForms, FullMapPathOfEachForm) {
+    const std::pair<const char *, const char *> rows[] = {
+        {":Runtime:textures:Skin:A.JPG", "c:\\poser\\runtime\\textures\\skin\\a.jpg"},
+        {":textures:b.tif", "c:\\poser\\runtime\\textures\\b.tif"},
+        {":TEXTURES:Skin:b.tif", "c:\\poser\\runtime\\textures\\skin\\b.tif"},
+        {":Skin:c.bmp", "c:\\poser\\runtime\\textures\\skin\\c.bmp"},
+        {"D:\\Maps\\D.jpg", "d:\\maps\\d.jpg"},
+        {"NO_MAP", "no_map"},
+        {"HD:Poser:e.tif", "hd:poser:e.tif"},
+        {":Skin:textures:f.jpg", ":skin:textures:f.jpg"}, // ":textures:" further in: no form applies
+        {"", ""},
+    };
+    for (const auto &[reference, full] : rows)
+        EXPECT_EQ(FullMapPath("C:\\Poser", reference), full) << reference;
+}
+
+TEST_F(MapPathsTest, FolderTwinsThatDifferOnlyInCaseAreAllSearched) {
+    poserFile("Runtime/Textures/Skin/skin.jpg");
+    const std::string vendor = poserFile("Runtime/textures/Vendor/a.jpg");
+    const std::string both = poserFile("Runtime/textures/Skin/both.jpg");
+    const std::string own = poserFile("Runtime/Textures/Skin/both.jpg");
+    EXPECT_TRUE(MapFileExists(poser(), ":Runtime:Textures:Vendor:a.jpg"));
+    EXPECT_EQ(ResolveFile(poser() + "/Runtime/Textures/Vendor/A.JPG"), vendor);
+    // The reference's own spelling comes first.
+    EXPECT_EQ(ResolveFile(poser() + "/Runtime/Textures/Skin/both.jpg"), own);
+    EXPECT_EQ(ResolveFile(poser() + "/Runtime/textures/Skin/both.jpg"), both);
+    EXPECT_EQ(ResolveAllPaths(poser() + "/runtime/TEXTURES").size(), 2u);
+    EXPECT_FALSE(MapFileExists(poser(), ":Runtime:Textures:Vendor:b.jpg"));
+}
+
 TEST_F(MapPathsTest, ShortMapPathUsesTheOnDiskSpellingBehindTheCut) {
     const std::string file = poserFile("Runtime/Textures/Skin/Face.JPG");
     const std::string typed = poser() + "/runtime/textures/skin/face.jpg";
     EXPECT_EQ(ShortMapPath(poser(), typed, false), ":Runtime:Textures:Skin:Face.JPG");
+    EXPECT_EQ(ShortMapPath(poser() + "/", typed, false), ":Runtime:Textures:Skin:Face.JPG");
     EXPECT_EQ(ShortMapPath(poser(), typed, true), file);
     // Poser forms and "NO_MAP" are no files and don't contain the folder.
     EXPECT_EQ(ShortMapPath(poser(), ":Skin:face.jpg", false), ":Skin:face.jpg");

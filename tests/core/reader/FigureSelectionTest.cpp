@@ -67,6 +67,24 @@ TEST_F(FigureRun, EachFigureOpensAlone) {
     EXPECT_FALSE(ui.ProgressVisible());
 }
 
+TEST_F(FigureRun, FiguresThatShareAGeometryEachOpenTheirOwnPart) {
+    session.DialogFileName = GELVANE_SOURCE_DIR "/examples/Runtime/Libraries/Character/Demo/Two Mannequins.cr2";
+    session.CommandLineOpen = true;
+    ui.nextAnswer(MsgResult::No);
+    RunFigureSelection(session, Chooser(1));
+    EXPECT_EQ(offered, (Strings{"Mannequin Red", "Mannequin Blue"}));
+    ASSERT_EQ(MaterialNames(), (Strings{"Skin", "Suit"}));
+    EXPECT_EQ(session.Figures[0].Materials[1].KdColor, (Rgb{51, 51, 204})); // blue
+
+    FigureList list;
+    list.FileText = "{\nfigureResFile a.obj\nactor BODY:1\nfigureResFile a.obj\nactor BODY:2\nfigureResFile b.obj\n"
+                    "actor BODY:3\nfigureResFile a.obj\none\nfigureResFile a.obj\ntwo\nfigureResFile b.obj\nthree\n}";
+    list.FigurePositions = {3, 36, 69};
+    EXPECT_TRUE(CutFigureText(list, 0).ends_with("figureResFile a.obj\none\n\tsetGeomHandlerOffset 0 0 0\n}"));
+    EXPECT_TRUE(CutFigureText(list, 1).ends_with("figureResFile a.obj\ntwo\n\tsetGeomHandlerOffset 0 0 0\n}"));
+    EXPECT_TRUE(CutFigureText(list, 2).ends_with("figureResFile b.obj\nthree\n")); // the last keeps the tail
+}
+
 TEST_F(FigureRun, SkipFlagsDecideWhatIsRead) {
     Dropped("two-figures.cr2");
     session.SkipMaterials = true;
