@@ -36,7 +36,7 @@ void cmbFigures_Click(Session &session, int row);
 void lstMaterials_Click(Session &session, const std::vector<int> &selectedRows, int focusedRow);
 // The material that the controls show, or nullptr while the list is disabled or empty.
 const Material *ShownMaterial(const Session &session);
-// View.imgThumb: the picture (a FullMapPath) of each map of the shown material, or none
+// View.imgThumb: the map file found for each map of the shown material, or none
 // for an empty reference and "NO_MAP".
 void ShowThumbnails(Session &session);
 // "Use full map paths" now reads `checked`.

@@ -178,13 +178,15 @@ private:
 
     void WriteMapRow(const MapSection &section, std::string_view entry, long long row) {
         out.Line(0, "  <tr>");
-        const std::string full = FullMapPath(s.settings().PoserFolder, entry);
-        if (!FileExists(full)) {
+        // The file found, in any form of the reference: the key the page's pictures are kept under.
+        const std::optional<std::string> located = LocateMapReference(s.settings().PoserFolder, entry);
+        if (!located) {
             out.Line(0, "    <td width=", Quoted("93"), "><font size=2>File not found</font></td>");
             out.Line(0, "    <td><font size=2>", entry, "</li></font></td>");
             out.Line(0, "  </tr>");
             return;
         }
+        const std::string &full = *located;
         // Decoded now when the page showed no thumbnail of it (or thumbnails are off).
         thumbs.LoadThumbNail(full, 0);
         const Thumbnail *picture = thumbs.Find(full, 0);

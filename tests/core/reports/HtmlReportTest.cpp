@@ -89,3 +89,17 @@ TEST(HtmlReport, CommandAsksThenReportsFailuresWithoutAHalfPage) {
     EXPECT_EQ(f.ui.messages().back().Text, "Invalid procedure call or argument, error number 5");
     EXPECT_FALSE(FileExists(f.home.file("Report")));
 }
+
+TEST(HtmlReport, MapRowReadsTheFileAReferenceOfAnyFormLocates) {
+    // A reference written on Windows names the file under Poser's folder: its row decodes
+    // that file (here not a picture) instead of saying "File not found".
+    ReportFixture f;
+    f.settings.PoserFolder = f.home.path();
+    f.session.FileName = f.home.write("Windows.pz2", "{}");
+    f.home.write("Runtime/Textures/bad.jpg", "not a picture");
+    f.session.Figures[0].Name = "figure";
+    f.session.Figures[0].Materials[0].textureMap = "D:\\Poser\\Runtime\\textures\\bad.jpg";
+    f.session.cmbFigures = {"figure"};
+    ComputeFileStatistics(f.session);
+    EXPECT_THROW(WriteHtmlReport(f.session, f.thumbs, f.home.file("Report.htm"), FixedDate), Failure);
+}
