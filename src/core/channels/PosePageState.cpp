@@ -51,7 +51,7 @@ void ShowRow(PropertyRow &row, bool enabled) {
 
 void DialClick(Session &session, int row, bool repeated) {
     PoseView &pose = session.Pose;
-    const Channel *channel = InRows(pose.lstDials, row) ? ChannelOfDialRow(session, row) : nullptr;
+    const Channel *channel = ChannelOfDialRow(session, row);
     if (!channel)
         return;
     pose.CurrentDial = static_cast<int16_t>(row);
