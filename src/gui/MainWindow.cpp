@@ -126,6 +126,7 @@ void MainWindow::buildPages() {
 
     connect(m_tbsOptions, &QTabWidget::currentChanged, this, &MainWindow::tbsOptions_Click);
     connect(m_saveOptions, &SaveOptionsPage::sessionChanged, this, &MainWindow::refreshFromSession);
+    connect(m_posePage, &PosePage::sessionChanged, this, &MainWindow::refreshFromSession);
     // Choosing an object changes what the menus offer, not the pages themselves.
     connect(m_materialPage, &MaterialPage::objectChosen, this, &MainWindow::refreshMenus);
 }
@@ -169,8 +170,8 @@ void MainWindow::refreshFromSession() {
 void MainWindow::tbsOptions_Click(int index) {
     if (index == 0 && !m_session.Options.chkNoMaterialData && m_session.View.MaterialControlsEnabled)
         m_materialPage->refresh();
-    else if (index == 1 && !m_session.Options.chkChannels)
-        m_posePage->refresh();
+    else if (index == 1)
+        m_posePage->tabOpened();
 }
 
 void MainWindow::StartUp(const std::string &commandText) {

@@ -23,9 +23,12 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QProgressBar>
+#include <QPushButton>
 #include <QRadioButton>
+#include <QTabWidget>
 #include <QTest>
 #include <QTimer>
+#include <QTreeWidget>
 #include <QUrl>
 
 #include <memory>
@@ -253,6 +256,22 @@ private slots:
         QVERIFY(entry("mnuSave")->isEnabled());
         QVERIFY(entry("mnuSaveAs")->isEnabled());
         QVERIFY(!m_session->FileModified);
+    }
+
+    void poseTabClicksTheFirstActorAndDeletingAllSwitchesChannelsOff() {
+        openDemo();
+        auto *actors = widget<QTreeWidget>("lstActors");
+        QVERIFY(!actors->topLevelItem(0)->isSelected());
+        widget<QTabWidget>("tbsOptions")->setCurrentIndex(1);
+        QVERIFY(actors->topLevelItem(0)->isSelected());
+        QCOMPARE(widget<QLineEdit>("txtDialProperties_0")->text(), QString("12.5"));
+
+        widget<QPushButton>("cmdDeleteActors")->click();
+        QCOMPARE(actors->topLevelItemCount(), 0);
+        QVERIFY(widget<QCheckBox>("chkChannels")->isChecked());
+        QVERIFY(!widget<QCheckBox>("chkChannels")->isEnabled());
+        QVERIFY(entry("mnuSave")->isEnabled()); // the materials can still be saved
+        QVERIFY(m_session->FileModified);
     }
 
     void droppedPoseOpensWithoutADialog() {

@@ -1,3 +1,4 @@
+#include "core/app/MainWindowState.h"
 #include "core/maps/MapCheck.h"
 #include "core/maps/MapPaths.h"
 #include "core/maps/Thumbnails.h"
@@ -274,18 +275,45 @@ void PagesTest::posePageListsActorsAndDials() {
     QCOMPARE(Rows(lstDials, 0), QStringList({"xTran", "Smile"}));
     QCOMPARE(Rows(lstDials, 1), QStringList({"translateX", "targetGeom"}));
 
-    // A click on the second actor lists its dials.
+    // A click on the second actor lists its dials; a click on a dial shows its value.
     page.show();
-    const QRect second = lstActors->visualItemRect(lstActors->topLevelItem(1));
-    QTest::mouseClick(lstActors->viewport(), Qt::LeftButton, {}, second.center());
+    QTest::mouseClick(lstActors->viewport(), Qt::LeftButton, {},
+                      lstActors->visualItemRect(lstActors->topLevelItem(1)).center());
     QCOMPARE(session.Pose.CurrentActor, int16_t(2));
     QCOMPARE(Rows(lstDials, 0), QStringList({"xrot"}));
+    QVERIFY(lstActors->topLevelItem(1)->isSelected());
+    auto *deleteDials = page.findChild<QPushButton *>("cmdDeleteDials");
+    QVERIFY(!deleteDials->isEnabled());
+    QTest::mouseClick(lstDials->viewport(), Qt::LeftButton, {},
+                      lstDials->visualItemRect(lstDials->topLevelItem(0)).center());
+    auto *value = page.findChild<QLineEdit *>("txtDialProperties_0");
+    QCOMPARE(value->text(), QString("1"));
+    QVERIFY(page.findChild<QCheckBox *>("chkEnableDial_0")->isChecked());
+    QVERIFY(deleteDials->isEnabled());
 
-    // "Don't save morphs or poses" switches the lists off.
-    session.Options.chkChannels = true;
+    // Typed and applied; the keys move through the actors as clicks do.
+    value->clear();
+    QTest::keyClicks(value, "-.5");
+    page.findChild<QPushButton *>("cmdApplyDial_0")->click();
+    QCOMPARE(session.Actors[1].Channels[0].Value, -0.5);
+    QTest::keyClick(lstActors, Qt::Key_Up);
+    QCOMPARE(session.Pose.CurrentActor, int16_t(1));
+    QCOMPARE(Rows(lstDials, 0), QStringList({"xTran", "Smile"}));
+
+    // The group buttons toggle their captions and the boxes they stand for.
+    auto *camera = page.findChild<QPushButton *>("cmdCheckAll_1");
+    camera->click();
+    QCOMPARE(camera->text(), QString("Check none"));
+    QVERIFY(page.findChild<QCheckBox *>("chkDelChannels_12")->isChecked());
+    QVERIFY(page.findChild<QPushButton *>("cmdDelChannels")->isEnabled());
+
+    // "Don't save morphs or poses" switches the page off.
+    session.Options.chkNoMaterialData = false;
+    chkChannels_Click(session, true);
     page.refresh();
     QVERIFY(!lstActors->isEnabled());
     QVERIFY(!lstDials->isEnabled());
+    QVERIFY(!page.findChild<QCheckBox *>("chkEnable_3")->isEnabled());
 }
 
 void PagesTest::nameFilters() {

@@ -1,6 +1,7 @@
 #include "core/app/MainWindowState.h"
 
 #include "core/app/SaveCommands.h"
+#include "core/channels/ChannelProperties.h"
 #include "core/model/Numbers.h"
 #include "core/model/Session.h"
 #include "core/model/Text.h"
@@ -49,7 +50,7 @@ bool chkChannels_Click(Session &session, bool checked) {
         return false;
     }
     options.chkChannels = checked;
-    session.View.ChannelControlsEnabled = !checked;
+    ShowChannelsBox(session);
     return true;
 }
 

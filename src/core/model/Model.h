@@ -1,8 +1,10 @@
 #pragma once
 // The records of one loaded Poser file. Values are kept as the window shows them
 // (colours 0..255, strengths in percent, optional numbers as file value + 1).
+#include <algorithm>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace gelvane {
@@ -114,6 +116,11 @@ template <class T> T &AppendElement(std::vector<T> &list, T element = T{}) {
 
 template <class T> void ResetList(std::vector<T> &list) {
     list.assign(1, T{});
+}
+
+// True when an actor of exactly this name is loaded.
+inline bool ActorExists(const std::vector<Actor> &actors, std::string_view name) {
+    return std::any_of(actors.begin(), actors.end(), [name](const Actor &a) { return a.Name == name; });
 }
 
 enum PoserFileKind : int16_t {

@@ -45,7 +45,7 @@ void ResetMainWindow(Session &session) {
     view.mnuSaveEnabled = false;
     view.mnuSaveAsEnabled = false;
     view.mnuExportMTLEnabled = false;
-    view.ChannelControlsEnabled = false;
+    ResetChannelPage(session.Pose);
     session.Options.txtThighLength.clear();
 
     session.Actors.assign(1, Actor{});

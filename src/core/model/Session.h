@@ -4,6 +4,7 @@
 // writers depend on. The GUI shows it; the core reads and writes it.
 #include "core/model/MapLists.h"
 #include "core/model/Model.h"
+#include "core/model/PoseView.h"
 #include "core/model/SaveOptions.h"
 
 #include <array>
@@ -47,28 +48,8 @@ struct ViewState {
     // "Use full map paths": the form that repaired and browsed map references take.
     bool chkTexture = false;
     // Main window entries beyond the pages.
-    bool mnuFileInfoEnabled = false;     // set by the statistics scan
-    bool mnuPoserEnabled = false;        // a Poser folder is configured
-    bool ChannelControlsEnabled = false; // the actor and dial lists of the morph and pose page
-};
-
-// One row of the actor or dial list of the morph and pose page: the text and the "Type" column.
-struct ListRow {
-    std::string Name;
-    std::string Type;
-    bool Selected = false;
-};
-
-// The morph and pose page's lists and the controls that loading channels sets.
-struct PoseView {
-    std::vector<ListRow> lstActors;
-    std::vector<ListRow> lstDials;
-    int lstActorsCurrentRow = 0; // 1-based row with the focus, 0 for none
-    int lstDialsCurrentRow = 0;
-    int16_t CurrentActor = 0; // 1-based row of the clicked actor
-    int16_t CurrentDial = 0;
-    bool chkDisableThighLengthEnabled = true;
-    bool txtThighLengthEnabled = true;
+    bool mnuFileInfoEnabled = false; // set by the statistics scan
+    bool mnuPoserEnabled = false;    // a Poser folder is configured
 };
 
 struct FigureStat {

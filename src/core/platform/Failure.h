@@ -21,6 +21,8 @@ enum ErrorNumber : int {
     ErrOutOfMemory = 7,      // "Out of memory"
     ErrInternal = 51,        // "Internal error"
     ErrBadRecordNumber = 63, // "Bad record number": a read at position 0
+    // A command that names a control beyond the last of its group.
+    ErrControlArrayElement = 340, // "Control array element 'N' doesn't exist"
 };
 
 class Failure : public std::runtime_error {

@@ -705,12 +705,8 @@ void ShowLoadedActors(Session &session) {
     session.Options.chkChannels = false;
     session.Options.chkChannelsEnabled = true;
     session.EventsEnabled = events;
-    for (ListRow &row : pose.lstActors)
-        row.Selected = false;
-    pose.lstActorsCurrentRow = 1;
-    pose.CurrentActor = 1;
-    session.View.ChannelControlsEnabled = true;
     FillDialList(session, 0);
+    ShowLoadedChannelPage(pose, session.Options.chkDisableThighLength);
 }
 
 } // namespace

@@ -1,17 +1,19 @@
 #pragma once
-// The morph and pose page of the main window: actors, their dials, the
-// property panels, the thigh length and deletion of channels by type.
+// The morph and pose page of the main window: actors, their dials, the property
+// panels, the thigh length and deletion of channels by type. Every handler calls one
+// core function (core/channels) and redraws from the session.
 #include <QWidget>
 
 #include <array>
+#include <functional>
 
 class QCheckBox;
 class QComboBox;
-class QGroupBox;
 class QLabel;
 class QLineEdit;
 class QPushButton;
 class QTreeWidget;
+class QTreeWidgetItem;
 
 namespace gelvane {
 
@@ -22,11 +24,20 @@ class PosePage : public QWidget {
 public:
     PosePage(Session &session, QWidget *parent = nullptr);
 
-    // Shows the session's actor and dial rows (Pose) with their selection.
+    // Draws session.Pose: rows, selection, texts and enabled states.
     void refresh();
+    // The page's tab was chosen.
+    void tabOpened();
 
     QTreeWidget *lstActors() const { return m_lstActors; }
     QTreeWidget *lstDials() const { return m_lstDials; }
+
+signals:
+    // A command changed the session beyond this page (save boxes, menus).
+    void sessionChanged();
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     QWidget *BuildLists();
@@ -34,7 +45,9 @@ private:
     QWidget *BuildDialPanel();
     QWidget *BuildThighLength();
     QWidget *BuildDeletePanel();
-    void SetChannelControlsEnabled(bool listsEnabled);
+    // Runs a core command and redraws.
+    void Run(const std::function<void()> &command);
+    void ListClicked(QTreeWidget *list, QTreeWidgetItem *item);
 
     Session &m_session;
     QTreeWidget *m_lstActors = nullptr;
@@ -49,11 +62,13 @@ private:
     std::array<QLabel *, 7> m_lblActorProperty{};
     std::array<QCheckBox *, 7> m_chkEnable{};
     std::array<QPushButton *, 7> m_cmdApplyProperty{};
+    std::array<QWidget *, 7> m_actorValue{}; // the value control of each actor panel row
     std::array<QLineEdit *, 2> m_txtActorProperties{};
     std::array<QComboBox *, 5> m_cmbActorProperties{};
     std::array<QLabel *, 3> m_lblDialProperty{};
     std::array<QCheckBox *, 3> m_chkEnableDial{};
     std::array<QPushButton *, 3> m_cmdApplyDial{};
+    std::array<QWidget *, 3> m_dialValue{};
     std::array<QLineEdit *, 2> m_txtDialProperties{};
     QComboBox *m_cmbDialProperties = nullptr;
     QCheckBox *m_chkDisableThighLength = nullptr;

@@ -31,7 +31,7 @@ TEST_F(MainWindowStateTest, BothSaveBoxesCannotBeChecked) {
     loadTwoFiguresAndActor();
     ASSERT_TRUE(chkChannels_Click(session, true));
     EXPECT_TRUE(session.Options.chkChannels);
-    EXPECT_FALSE(session.View.ChannelControlsEnabled);
+    EXPECT_FALSE(session.Pose.lstActorsEnabled);
     EXPECT_TRUE(session.FileModified);
 
     EXPECT_FALSE(chkNoMaterialData_Click(session, true));
@@ -45,6 +45,7 @@ TEST_F(MainWindowStateTest, BothSaveBoxesCannotBeChecked) {
 
     // The other way round the actors decide.
     ASSERT_TRUE(chkChannels_Click(session, false));
+    EXPECT_TRUE(session.Pose.lstActorsEnabled);
     ASSERT_TRUE(chkNoMaterialData_Click(session, true));
     EXPECT_FALSE(session.View.MaterialControlsEnabled);
     EXPECT_FALSE(session.View.cmbFiguresEnabled);

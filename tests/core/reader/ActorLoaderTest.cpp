@@ -137,7 +137,9 @@ TEST(ActorLoader, ReadsHeaderChannelsAndTailOfActorsAndLights) {
     ASSERT_EQ(pose.lstDials.size(), 2u);
     EXPECT_EQ(pose.lstDials[1].Name, "yrot");
     EXPECT_EQ(pose.CurrentActor, 1);
-    EXPECT_TRUE(l.session.View.ChannelControlsEnabled);
+    EXPECT_EQ(pose.CurrentDial, 1);
+    EXPECT_TRUE(pose.lstActorsEnabled);
+    EXPECT_TRUE(pose.cmdDeleteDialsEnabled);
     EXPECT_FALSE(l.session.Options.chkChannels);
     EXPECT_EQ(l.session.cmbFigures, (std::vector<std::string>{"actor hip"}));
     EXPECT_FALSE(l.session.CustomMaterialsFound);
