@@ -324,6 +324,25 @@ struct RoundStartHash {
     }
 };
 
+// Where Search goes behind a channel's opening line (ending at `lineEnd`): behind the
+// next keys line, unless that line lies behind the "}" that closes the channel's own
+// block. A channel without keys then leaves Search at that "}", so the keys of the
+// channel behind it don't make the reader pass over that channel.
+Pos KeysOrOwnClose(const Scan &scan, Pos lineEnd, Pos keysAt, Pos behindKeys) {
+    const std::string_view text = scan.text;
+    const Pos open = lineEnd == 0 ? 0 : InStr(text, "{", lineEnd);
+    if (open == 0 || open >= keysAt)
+        return behindKeys;
+    int depth = 0;
+    for (size_t i = open - 1; i + 1 < keysAt; ++i) {
+        if (text[i] == '{')
+            ++depth;
+        else if (text[i] == '}' && --depth == 0)
+            return i + 1;
+    }
+    return behindKeys;
+}
+
 enum class ChannelsResult { Done, Cancelled };
 
 struct ActorChannels {
@@ -362,15 +381,18 @@ ChannelsResult ReadChannels(Session &session, Scan &scan, size_t actorIndex, Pos
 
         if (first && channelsAt == 0)
             break;
-        Pos keysMark = scan.keysLf.Next(search);
+        // Later rounds look strictly behind Search: from Search itself they would find the
+        // "name " line of the channel just read, which step 10 has moved Search onto.
+        const Pos markFrom = first ? search : search + 1;
+        Pos keysMark = scan.keysLf.Next(markFrom);
         if (keysMark == 0)
-            keysMark = scan.keysBlankLf.Next(search);
+            keysMark = scan.keysBlankLf.Next(markFrom);
         Pos hiddenMark, nameMark;
         if (first) {
             hiddenMark = nameMark = InStr(text, "{", channelsAt);
         } else {
-            hiddenMark = scan.hiddenBlank.Next(search);
-            nameMark = scan.nameBlank.Next(search);
+            hiddenMark = scan.hiddenBlank.Next(markFrom);
+            nameMark = scan.nameBlank.Next(markFrom);
         }
         first = false;
         Pos mark = 0;
@@ -407,9 +429,9 @@ ChannelsResult ReadChannels(Session &session, Scan &scan, size_t actorIndex, Pos
         }
 
         if (const Pos k = scan.keysLf.Next(search))
-            search = k + 5;
+            search = KeysOrOwnClose(scan, lineEnd, k, k + 5);
         else if (const Pos k2 = scan.keysBlankLf.Next(search))
-            search = k2 + 6;
+            search = KeysOrOwnClose(scan, lineEnd, k2, k2 + 6);
 
         if (Trim(scan.ChannelType).empty())
             break;

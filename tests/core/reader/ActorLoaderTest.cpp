@@ -424,8 +424,8 @@ TEST(ActorLoader, CharacterCorpusChannels) {
     l.session.DialogFileName = path;
     ASSERT_TRUE(LoadActorSection(l.session, part));
     ASSERT_EQ(l.session.Actors.size(), 20u);
-    // Each actor's channels are those of its block, in file order; the block's
-    // "groups" list stands in front and takes the first channel's round.
+    // Each actor's channels are those of its block, in file order; the "groups" list in
+    // front has no keys of its own, so the first channel behind it is read too.
     for (const Actor &actor : l.session.Actors) {
         const size_t at = part.find("actor " + actor.Name + "\n");
         const size_t close = part.find("\n\t\t}\n", part.find("\tchannels\n", at));
@@ -437,7 +437,6 @@ TEST(ActorLoader, CharacterCorpusChannels) {
                 expected.push_back(line.substr(line.find(' ') + 1));
         }
         ASSERT_FALSE(expected.empty()) << actor.Name;
-        expected.erase(expected.begin());
         std::vector<std::string> names;
         for (const Channel &c : actor.Channels)
             names.push_back(c.Name);
@@ -480,12 +479,12 @@ TEST(ActorLoader, PropCorpusThroughTheOpenCommand) {
     EXPECT_EQ(prop.Type, "prop");
     EXPECT_EQ(prop.Name, "MeshLight");
     // The morph dials (the first stands behind the "groups" list), then the transforms and null dials.
-    ASSERT_EQ(prop.Channels.size(), 25u);
-    EXPECT_EQ(prop.Channels[0].Name, "Gobo size");
-    EXPECT_EQ(prop.Channels[11].Name, "yRotate");
-    EXPECT_DOUBLE_EQ(prop.Channels[11].Value, -28);
-    EXPECT_EQ(prop.Channels[24].Type, "valueParm");
-    EXPECT_EQ(prop.Channels[24].Name, "Sharp");
+    ASSERT_EQ(prop.Channels.size(), 26u);
+    EXPECT_EQ(prop.Channels[0].Name, "Snoot Width");
+    EXPECT_EQ(prop.Channels[12].Name, "yRotate");
+    EXPECT_DOUBLE_EQ(prop.Channels[12].Value, -28);
+    EXPECT_EQ(prop.Channels[25].Type, "valueParm");
+    EXPECT_EQ(prop.Channels[25].Name, "Sharp");
     // A prop's customMaterial makes no owner, and a prop gets no actor row.
     EXPECT_EQ(l.session.cmbFigures, (std::vector<std::string>{"prop MeshLight"}));
     EXPECT_TRUE(l.session.FileModified);
@@ -516,9 +515,10 @@ TEST(ActorLoader, IndexedSearchFindsWhatTheDirectSearchFinds) {
     EXPECT_EQ(indexed.session.Actors, direct.session.Actors);
     ASSERT_EQ(direct.session.Actors.size(), 2u);
     const auto &dials = direct.session.Actors[0].Channels;
-    ASSERT_EQ(dials.size(), 153u);
-    EXPECT_EQ(dials[2].Name, "m1"); // m0 stands behind the groups list
-    EXPECT_EQ(dials[4].Name, " yrot1");
-    EXPECT_EQ(dials[5].Name, " yrot10"); // found inside the longer dial line
-    EXPECT_EQ(dials[6].Name, "m11");
+    ASSERT_EQ(dials.size(), 154u);
+    EXPECT_EQ(dials[0].Name, "m0"); // behind the groups list, which has no keys of its own
+    EXPECT_EQ(dials[3].Name, "m1");
+    EXPECT_EQ(dials[5].Name, " yrot1");
+    EXPECT_EQ(dials[6].Name, " yrot10"); // found inside the longer dial line
+    EXPECT_EQ(dials[7].Name, "m11");
 }
