@@ -88,5 +88,14 @@ TEST(ReaderCases, ChannelsAreReadAndReadAgainFromTheWrittenPose) {
     }
 }
 
+TEST(ReaderCases, HandFileWithoutVersionBlockWritesNoNamelessActor) {
+    Reader r;
+    r.Open(KindHD2, "hand.hd2", test::ReadTestData("reader/hand-without-version-block.hd2"));
+    ASSERT_FALSE(r.session.OpenFailed);
+    // Its first "}" lies inside a channel, and "figure 1" ends the channel section early:
+    // no actor is read, and none is written.
+    EXPECT_EQ(r.WrittenPose(), "{\n# Made by hand\nversion\n\t{\n\tnumber 4.01\n\t}\n}\n");
+}
+
 } // namespace
 } // namespace gelvane
