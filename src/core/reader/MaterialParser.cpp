@@ -177,8 +177,8 @@ void ReadCustomMaterials(Session &session, std::string_view text) {
     head = Replace(head, "  ", " ");
     const long long blank = static_cast<long long>(InStr(head, " "));
     const long long lineEnd = static_cast<long long>(InStr(head, "\n", static_cast<size_t>(blank + 1)));
-    const long long count =
-        static_cast<long long>(RoundHalfEven(NumberValue(Mid(head, blank + 1, lineEnd - blank - 1))));
+    // A count beyond a 32-bit number overflows, as dimensioning the array with it would.
+    const int32_t count = ToInt32(NumberValue(Mid(head, blank + 1, lineEnd - blank - 1)));
 
     if (!session.Figures.empty() && !session.Figures[0].Name.empty())
         session.Figures.emplace_back();
@@ -188,14 +188,18 @@ void ReadCustomMaterials(Session &session, std::string_view text) {
     // An upper bound of count - 1 below 0 can't be dimensioned.
     if (count < 1)
         Fail(ErrSubscript);
-    session.Figures.back().Materials.assign(static_cast<size_t>(count), Material{});
+    // The materials are added one by one: a count beyond the blocks in the text fails at
+    // the first block that is missing, and must not size the array first.
+    auto &materials = session.Figures.back().Materials;
+    materials.clear();
 
     size_t previous = at;
-    for (long long i = 0; i < count; ++i) {
+    for (int32_t i = 0; i < count; ++i) {
         const size_t materialAt = InStr(text, "material ", previous + 9);
         const long long blockEnd = static_cast<long long>(InStr(text, "}", materialAt == 0 ? 1 : materialAt));
         const std::string block =
             CrToLf(Mid(text, static_cast<long long>(materialAt), blockEnd - static_cast<long long>(materialAt)));
+        materials.emplace_back();
         ParseMaterial(session, block, figureIndex, static_cast<int>(i));
         const long long lineEnd1 = static_cast<long long>(InStr(block, "\n"));
         session.Figures.back().Materials[static_cast<size_t>(i)].Name = std::string(Mid(block, 10, lineEnd1 - 10));

@@ -3,6 +3,7 @@
 // when the written pose is read back.
 #include "core/app/Settings.h"
 #include "core/model/Numbers.h"
+#include "core/reader/MorphLoader.h"
 #include "core/reader/OpenFile.h"
 #include "core/writer/LineWriter.h"
 #include "core/writer/PoseWriter.h"
@@ -95,6 +96,32 @@ TEST(ReaderCases, HandFileWithoutVersionBlockWritesNoNamelessActor) {
     // Its first "}" lies inside a channel, and "figure 1" ends the channel section early:
     // no actor is read, and none is written.
     EXPECT_EQ(r.WrittenPose(), "{\n# Made by hand\nversion\n\t{\n\tnumber 4.01\n\t}\n}\n");
+}
+
+TEST(ReaderCases, CustomMaterialCountsBeyondTheTextFailWithoutSizingArrays) {
+    struct CountCase {
+        const char *fixture;
+        bool singleActor;
+        const char *failure; // the title of the box
+    };
+    const CountCase cases[] = {
+        {"custom-material-count-9e99.cr2", true, "Overflow"},
+        {"custom-material-count-5000000.cr2", true, "Invalid procedure call or argument"},
+        {"custom-material-count-9e99.cr2", false, "Overflow"},
+        // The count is read from the 20 characters that begin with the word: its line end is cut off.
+        {"custom-material-count-5000000.cr2", false, "Invalid procedure call or argument"},
+    };
+    for (const CountCase &c : cases) {
+        SCOPED_TRACE(std::string(c.fixture) + (c.singleActor ? " single" : " whole"));
+        Reader r;
+        const std::string text = test::ReadTestData(std::string("reader/") + c.fixture);
+        r.session.DialogFileName = r.home.write("figure.cr2", text);
+        LoadMorphPoseData(r.session, c.singleActor, true, text);
+        ASSERT_EQ(r.ui.messages().size(), 1u);
+        EXPECT_EQ(r.ui.messages()[0].Title, c.failure);
+        // Only the one material block that the text holds was read.
+        EXPECT_LE(r.session.Figures.back().Materials.size(), 1u);
+    }
 }
 
 } // namespace
