@@ -4,6 +4,8 @@
 #include "core/model/Numbers.h"
 #include "core/model/Text.h"
 
+#include <vector>
+
 namespace gelvane {
 namespace {
 
@@ -66,6 +68,15 @@ double StrictNumber(std::string_view text) {
 }
 
 std::string ChannelText(int16_t channel) {
+    // Colours are written thousands of times over from 256 values: each text is made once.
+    static const std::vector<std::string> kTexts = [] {
+        std::vector<std::string> texts;
+        for (int c = 0; c < 256; ++c)
+            texts.push_back(NumberText(RoundPlaces(c / 255.0, 6)));
+        return texts;
+    }();
+    if (channel >= 0 && channel < 256)
+        return kTexts[static_cast<size_t>(channel)];
     return NumberText(RoundPlaces(channel / 255.0, 6));
 }
 
