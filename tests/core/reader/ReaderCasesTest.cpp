@@ -98,6 +98,19 @@ TEST(ReaderCases, HandFileWithoutVersionBlockWritesNoNamelessActor) {
     EXPECT_EQ(r.WrittenPose(), "{\n# Made by hand\nversion\n\t{\n\tnumber 4.01\n\t}\n}\n");
 }
 
+TEST(ReaderCases, MaterialNamesThatRepeatALongLineAreRefused) {
+    // Every "material " of the line opens a material named by the rest of that line: the
+    // names would hold the line some thousands of times over.
+    std::string line;
+    for (int i = 0; i < 3000; ++i)
+        line += "material ";
+    Reader r;
+    r.Open(KindPZ2, "words.pz2", "{\nversion\n{\nnumber 4.01\n}\nfigure\n{\nmaterial Skin\n{\n" + line + "\n}\n}\n}\n");
+    EXPECT_TRUE(r.session.OpenFailed);
+    ASSERT_FALSE(r.ui.messages().empty());
+    EXPECT_NE(r.ui.messages().back().Text.find("Out of memory, error number 7"), std::string::npos);
+}
+
 TEST(ReaderCases, CustomMaterialCountsBeyondTheTextFailWithoutSizingArrays) {
     struct CountCase {
         const char *fixture;
