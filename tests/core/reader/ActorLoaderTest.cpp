@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <random>
 #include <sstream>
 
 using namespace gelvane;
@@ -521,4 +522,60 @@ TEST(ActorLoader, IndexedSearchFindsWhatTheDirectSearchFinds) {
     EXPECT_EQ(dials[5].Name, " yrot1");
     EXPECT_EQ(dials[6].Name, " yrot10"); // found inside the longer dial line
     EXPECT_EQ(dials[7].Name, "m11");
+}
+
+TEST(ActorLoader, IndexedSearchMatchesTheDirectSearchOnGeneratedSections) {
+    // Sections built from the lines that matter: names that are prefixes of others, dial
+    // lines quoted in other lines, keyless channels, openings inside headers, shared blocks.
+    const char *const names[] = {"m1", "m10", "m11", "yrot", "dial_100", "dial_1000", "a b", "Snoot W1", "x"};
+    const char *const types[] = {"targetGeom", "valueParm", "rotateY", "scale"};
+    const char *const odd[] = {"{", "}", "keys", "name x", "actor z", "channels", "# note", "targetGeom\tm1"};
+    std::mt19937 rng(17);
+    auto pick = [&](auto &from) { return std::string(from[rng() % std::size(from)]); };
+    for (int round = 0; round < 300; ++round) {
+        std::string text;
+        for (int a = static_cast<int>(rng() % 4) + 1; a > 0; --a) {
+            text += std::string(rng() % 4 ? "actor" : "prop") + " a" + std::to_string(a) + "\n{\nname A\n";
+            if (rng() % 8 == 0)
+                text += "actor h" + std::to_string(a) + "\nname H\n";
+            text += rng() % 2 ? "channels\n{\n" : "channels \n{\n";
+            for (int c = static_cast<int>(rng() % 120); c > 0; --c) {
+                const std::string name = pick(names) + (rng() % 2 ? "" : std::to_string(rng() % 3));
+                text += (rng() % 3 ? "" : "\t") + pick(types) + " " + name + "\n{\n";
+                if (rng() % 3)
+                    text += rng() % 4 ? "name " + name + "\n" : "name see " + pick(types) + " " + pick(names) + "\n";
+                if (rng() % 3 == 0)
+                    text += "hidden 1\n";
+                if (rng() % 5)
+                    text += std::string(rng() % 2 ? "keys\n" : "keys \n") + "{\nk  0  " + std::to_string(rng() % 3) +
+                            "\n}\n";
+                text += rng() % 20 ? "}\n" : pick(odd) + "\n";
+            }
+            text += "}\nlocked 0\n";
+            if (rng() % 4 == 0)
+                text += "customMaterial 2\nmaterial M\n{\nKdColor 1 0 0 1\n}\n";
+            text += "}\n";
+        }
+        const size_t saved = IndexedChannelBlockMinimum;
+        IndexedChannelBlockMinimum = static_cast<size_t>(-1);
+        Loader direct;
+        direct.session.BatchMode = true;
+        int directFailure = 0, indexedFailure = 0;
+        try {
+            LoadActorSection(direct.session, text);
+        } catch (const Failure &f) {
+            directFailure = f.Number;
+        }
+        IndexedChannelBlockMinimum = 0;
+        Loader indexed;
+        indexed.session.BatchMode = true;
+        try {
+            LoadActorSection(indexed.session, text);
+        } catch (const Failure &f) {
+            indexedFailure = f.Number;
+        }
+        IndexedChannelBlockMinimum = saved;
+        ASSERT_EQ(indexedFailure, directFailure) << text;
+        ASSERT_EQ(indexed.session.Actors, direct.session.Actors) << text;
+    }
 }
