@@ -318,10 +318,10 @@ public:
         for (int k = 0; k < kFieldCount; ++k)
             m_endingIn[static_cast<unsigned char>(kKeywords[k][kKeywords[k].size() - 2])].push_back(k);
     }
-    // The 0-based places where each keyword begins, in text order.
-    void Scan(std::string_view text, std::vector<size_t> (&places)[kFieldCount]) const {
+    // The 0-based places where each keyword ends in text[begin, end), appended in text order.
+    void Scan(std::string_view text, size_t begin, size_t end, std::vector<size_t> (&places)[kFieldCount]) const {
         const char *data = text.data();
-        for (size_t blank = 1; blank < text.size(); ++blank) {
+        for (size_t blank = std::max<size_t>(begin, 1); blank < end; ++blank) {
             if (data[blank] != ' ')
                 continue;
             for (int k : m_endingIn[static_cast<unsigned char>(data[blank - 1])]) {
@@ -339,34 +339,46 @@ private:
     std::vector<int> m_endingIn[256];
 };
 
+// The keyword places of the stretch of the text that the blocks have asked for so far:
+// a block behind it extends it, a block outside it starts it afresh.
 struct MaterialScan::Places {
     std::vector<size_t> at[kFieldCount];
     size_t next[kFieldCount] = {}; // the first place not in front of the last block's start
     size_t from = 0;               // the last block's start
+    size_t begin = 0, end = 0;     // the stretch whose keywords are listed
     Remembered memory[kFieldCount];
 };
 
 MaterialScan::MaterialScan(Session &session, std::string_view text, WorkLimit &work)
-    : m_session(session), m_text(text), m_work(work), m_places(std::make_unique<Places>()) {
-    static const KeywordFinder finder;
-    finder.Scan(text, m_places->at);
-}
+    : m_session(session), m_text(text), m_work(work), m_places(std::make_unique<Places>()) {}
 
 MaterialScan::~MaterialScan() = default;
 
 void MaterialScan::Parse(size_t from, size_t end, int figureIndex, int materialIndex) {
-    if (from < m_places->from) {
+    static const KeywordFinder finder;
+    Places &p = *m_places;
+    if (from < p.begin || from > p.end) {
+        for (auto &places : p.at)
+            places.clear();
+        std::fill(std::begin(p.next), std::end(p.next), 0);
+        p.begin = p.end = p.from = from;
+    }
+    if (end > p.end) {
+        m_work.Spend(end - p.end);
+        finder.Scan(m_text, p.end, end, p.at);
+        p.end = end;
+    }
+    if (from < p.from) {
         // A block further back than the one before: find the places again.
         for (int field = 0; field < kFieldCount; ++field) {
-            const std::vector<size_t> &places = m_places->at[field];
-            m_places->next[field] =
-                static_cast<size_t>(std::lower_bound(places.begin(), places.end(), from) - places.begin());
+            const std::vector<size_t> &places = p.at[field];
+            p.next[field] = static_cast<size_t>(std::lower_bound(places.begin(), places.end(), from) - places.begin());
         }
     }
-    m_places->from = from;
+    p.from = from;
     auto locate = [&](int field) -> Spot {
-        const std::vector<size_t> &places = m_places->at[field];
-        size_t &next = m_places->next[field];
+        const std::vector<size_t> &places = p.at[field];
+        size_t &next = p.next[field];
         while (next < places.size() && places[next] < from)
             ++next;
         if (next == places.size() || places[next] + kKeywords[field].size() > end)
@@ -375,7 +387,7 @@ void MaterialScan::Parse(size_t from, size_t end, int figureIndex, int materialI
         const size_t behind = at + kKeywords[field].size();
         return {true, m_text.substr(behind, end - behind), at};
     };
-    gelvane::Parse(m_session, locate, figureIndex, materialIndex, m_places->memory);
+    gelvane::Parse(m_session, locate, figureIndex, materialIndex, p.memory);
     const Material &m = MaterialAt(m_session, figureIndex, materialIndex);
     m_work.Spend(64 + m.textureMap.size() + m.bumpMap.size() + m.reflectionMap.size() + m.transparencyMap.size());
 }
