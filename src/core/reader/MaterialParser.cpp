@@ -49,12 +49,22 @@ std::string_view ValueText(const Spot &spot) {
 }
 
 int16_t NumberOf(const Spot &spot, std::string_view keyword) {
-    const std::string value = StripControls(ValueText(spot));
+    const std::string_view raw = ValueText(spot);
     double result;
     if (keyword == "TextureColor ") {
+        const std::string value = StripControls(raw);
         const size_t blank = InStrRev(value, " ");
         result = RoundHalfEven(NumberValue(Mid(value, static_cast<long long>(blank) + 1)) * 100);
-    } else if (keyword == "NsExponent ") {
+        if (result < -1000 || result > 1000)
+            result = 0;
+        return ToInt16(result);
+    }
+    // The number reader passes over blanks wherever they stand, as trimming would take
+    // them away; only a tab or a carriage return needs the stripped text.
+    const bool plain = raw.find_first_of("\t\r") == std::string_view::npos;
+    const std::string stripped = plain ? std::string() : StripControls(raw);
+    const std::string_view value = plain ? raw : std::string_view(stripped);
+    if (keyword == "NsExponent ") {
         result = RoundHalfEven(101 - NumberValue(value));
     } else if (keyword == "ksIgnoreTexture " || keyword == "reflectThruLights " || keyword == "reflectThruKd ") {
         result = NumberValue(value);
@@ -67,14 +77,22 @@ int16_t NumberOf(const Spot &spot, std::string_view keyword) {
     return ToInt16(result);
 }
 
+// Without double quotes, tabs and line ends, blanks trimmed: one copy.
 std::string TextOf(const Spot &spot) {
     const std::string_view raw = ValueText(spot);
-    std::string unquoted;
-    unquoted.reserve(raw.size());
-    for (char c : raw)
-        if (c != '"')
-            unquoted.push_back(c);
-    return StripControls(unquoted);
+    std::string out(raw.size(), '\0');
+    char *w = out.data();
+    for (char c : raw) {
+        *w = c;
+        w += c != '"' && c != '\t' && c != '\r' && c != '\n';
+    }
+    out.resize(static_cast<size_t>(w - out.data()));
+    const size_t first = out.find_first_not_of(' ');
+    if (first == std::string::npos)
+        return {};
+    out.erase(out.find_last_not_of(' ') + 1);
+    out.erase(0, first);
+    return out;
 }
 
 // Three numbers, each up to the next blank; the line end doesn't stop the search.
