@@ -87,15 +87,17 @@ int RunSilentConversion(const std::string &commandText) {
         return 3;
     }
 
+    // The writer keeps the on-disk spelling of an existing target, so "X.PZ2" is rewritten in place.
     const std::string output = SilentOutputPath(longPath);
-    const FileStamp before = StampOf(output);
+    auto written = [&] { return StampOf(ResolvePath(output).value_or(output)); };
+    const FileStamp before = written();
     if (kind == KindCR2)
         OpenCharacterFromOutside(session, {});
     else
         OpenCommand(session, kind);
     if (session.OpenFailed || session.OpenCancelled)
         return 1;
-    const FileStamp after = StampOf(output);
+    const FileStamp after = written();
     if (!after.exists || after == before) {
         ui.MessageBox("No pose file was written for " + path, kProgramTitle, MsgIcon::Exclamation, MsgButtons::OK);
         return 1;

@@ -4,6 +4,7 @@
 #include "core/platform/Failure.h"
 
 #include <cerrno>
+#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -111,6 +112,13 @@ double NumberValue(std::string_view text) {
         else
             i = save;
     }
+    // The same correctly rounded conversion as strtod, without its locale work; only a
+    // value out of range takes strtod, which tells an overflow from an underflow.
+    const char *first = num.data() + (num[0] == '+' ? 1 : 0);
+    double quick = 0;
+    const auto converted = std::from_chars(first, num.data() + num.size(), quick);
+    if (converted.ec == std::errc() && converted.ptr == num.data() + num.size())
+        return quick;
     errno = 0;
     const double v = std::strtod(num.c_str(), nullptr);
     if (std::isinf(v) || (errno == ERANGE && std::fabs(v) > 1.0))
@@ -120,15 +128,69 @@ double NumberValue(std::string_view text) {
 
 namespace {
 
+// printf's "%.*G" in the "C" locale, without its cost: the same digits, an upper-case exponent.
 std::string GeneralText(double value, int digits) {
     if (value == 0)
         return "0";
     char buf[64];
-    std::snprintf(buf, sizeof buf, "%.*G", digits, value);
-    std::string s(buf);
+    if (std::isfinite(value)) {
+        // When the shortest digits that read back as the value are no more than asked for,
+        // rounding the value to that many digits gives the same digits: only the layout is left.
+        const auto shortest = std::to_chars(buf, buf + sizeof buf, value, std::chars_format::scientific);
+        const std::string_view sci(buf, static_cast<size_t>(shortest.ptr - buf));
+        const size_t e = sci.find('e');
+        char mantissa[24];
+        size_t count = 0;
+        for (char c : sci.substr(0, e))
+            if (c >= '0' && c <= '9' && count < sizeof mantissa)
+                mantissa[count++] = c;
+        if (count <= static_cast<size_t>(digits)) {
+            int exponent = 0;
+            std::from_chars(sci.data() + e + (sci[e + 1] == '+' ? 2 : 1), sci.data() + sci.size(), exponent);
+            char out[48];
+            size_t w = 0;
+            if (value < 0)
+                out[w++] = '-';
+            if (exponent < -4 || exponent >= digits) {
+                out[w++] = mantissa[0];
+                if (count > 1) {
+                    out[w++] = '.';
+                    for (size_t i = 1; i < count; ++i)
+                        out[w++] = mantissa[i];
+                }
+                const int magnitude = exponent < 0 ? -exponent : exponent;
+                out[w++] = 'E';
+                out[w++] = exponent < 0 ? '-' : '+';
+                if (magnitude < 10)
+                    out[w++] = '0';
+                w = static_cast<size_t>(std::to_chars(out + w, out + sizeof out, magnitude).ptr - out);
+            } else if (exponent < 0) {
+                out[w++] = '0';
+                out[w++] = '.';
+                for (int i = -1; i > exponent; --i)
+                    out[w++] = '0';
+                for (size_t i = 0; i < count; ++i)
+                    out[w++] = mantissa[i];
+            } else {
+                const size_t whole = static_cast<size_t>(exponent) + 1; // digits in front of the point
+                for (size_t i = 0; i < whole; ++i)
+                    out[w++] = i < count ? mantissa[i] : '0';
+                if (count > whole) {
+                    out[w++] = '.';
+                    for (size_t i = whole; i < count; ++i)
+                        out[w++] = mantissa[i];
+                }
+            }
+            return std::string(out, w);
+        }
+    }
+    const auto result = std::to_chars(buf, buf + sizeof buf, value, std::chars_format::general, digits);
+    std::string s(buf, result.ptr);
     for (char &ch : s)
-        if (ch == ',')
-            ch = '.';
+        if (ch == 'e')
+            ch = 'E';
+        else if (ch == 'n' || ch == 'i' || ch == 'f' || ch == 'a')
+            ch = static_cast<char>(ch - 'a' + 'A'); // "nan", "inf" as printf writes them in upper case
     return s;
 }
 
@@ -163,7 +225,9 @@ double RoundHalfEven(double value) {
 }
 
 double RoundPlaces(double value, int places) {
-    const double scale = std::pow(10.0, places);
+    static constexpr double kPowers[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                         1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+    const double scale = places >= 0 && places < 16 ? kPowers[places] : std::pow(10.0, places);
     return RoundHalfEven(value * scale) / scale;
 }
 

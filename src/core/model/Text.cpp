@@ -3,6 +3,7 @@
 #include "core/platform/Failure.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace gelvane {
 
@@ -13,8 +14,9 @@ size_t InStr(std::string_view text, std::string_view find, size_t start) {
         return 0;
     if (find.empty())
         return start;
-    const size_t pos = text.find(find, start - 1);
-    return pos == std::string_view::npos ? 0 : pos + 1;
+    const size_t from = start - 1;
+    const void *hit = memmem(text.data() + from, text.size() - from, find.data(), find.size());
+    return hit ? static_cast<size_t>(static_cast<const char *>(hit) - text.data()) + 1 : 0;
 }
 
 size_t InStrRev(std::string_view text, std::string_view find, size_t start) {
@@ -27,8 +29,28 @@ size_t InStrRev(std::string_view text, std::string_view find, size_t start) {
     // The match must lie entirely within the first `start` characters.
     if (start < find.size())
         return 0;
-    const size_t pos = text.substr(0, start).rfind(find);
-    return pos == std::string_view::npos ? 0 : pos + 1;
+    // Backwards from the last place where the whole of it fits, one first character at a
+    // time; when that character is common, forwards instead, where a search skips ahead.
+    const char *data = text.data();
+    size_t limit = start - find.size() + 1; // candidate places lie in [0, limit)
+    for (int tries = 0; limit > 0 && tries < 64; ++tries) {
+        const void *hit = memrchr(data, find[0], limit);
+        if (!hit)
+            return 0;
+        const size_t at = static_cast<size_t>(static_cast<const char *>(hit) - data);
+        if (std::memcmp(data + at + 1, find.data() + 1, find.size() - 1) == 0)
+            return at + 1;
+        limit = at;
+    }
+    size_t last = 0;
+    for (size_t from = 0; from < limit;) {
+        const void *hit = memmem(data + from, limit - from + find.size() - 1, find.data(), find.size());
+        if (!hit)
+            break;
+        last = static_cast<size_t>(static_cast<const char *>(hit) - data) + 1;
+        from = last;
+    }
+    return last;
 }
 
 size_t InStrNoCase(std::string_view text, std::string_view find, size_t start) {
@@ -117,12 +139,20 @@ std::string_view Trim(std::string_view text) {
 }
 
 std::string StripControls(std::string_view text) {
-    std::string out;
-    out.reserve(text.size());
-    for (char c : text)
-        if (c != '\t' && c != '\r' && c != '\n')
-            out.push_back(c);
-    return std::string(Trim(out));
+    // Blanks are trimmed first: what is left is copied without its tabs and line ends.
+    std::string out(text.size(), '\0');
+    char *w = out.data();
+    for (char c : text) {
+        *w = c;
+        w += c != '\t' && c != '\r' && c != '\n';
+    }
+    out.resize(static_cast<size_t>(w - out.data()));
+    const size_t first = out.find_first_not_of(' ');
+    if (first == std::string::npos)
+        return {};
+    out.erase(out.find_last_not_of(' ') + 1);
+    out.erase(0, first);
+    return out;
 }
 
 std::string CrToLf(std::string_view text) {

@@ -8,8 +8,8 @@ char LowerChar(char c) {
 
 std::string LCase(std::string_view text) {
     std::string out(text);
-    for (char &c : out)
-        c = LowerChar(c);
+    for (char &c : out) // without a branch, so that the compiler does it many bytes at a time
+        c = static_cast<char>(c + ((c >= 'A' && c <= 'Z') ? 'a' - 'A' : 0));
     return out;
 }
 

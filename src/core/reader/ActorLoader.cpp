@@ -7,6 +7,7 @@
 #include "core/platform/Interaction.h"
 #include "core/reader/MaterialParser.h"
 #include "core/reader/OpenFile.h"
+#include "core/reader/TextIndex.h"
 
 #include <algorithm>
 #include <array>
@@ -28,15 +29,6 @@ using Pos = size_t;
 constexpr std::array<std::string_view, 4> kActorWords = {"actor ", "prop ", "light ", "camera "};
 constexpr int kActor = 0;
 
-// 1-based position of the first `needle` that starts inside text[begin, end) (0-based), or 0.
-Pos SearchIn(std::string_view text, std::string_view needle, size_t begin, size_t end) {
-    end = std::min(end, text.size());
-    if (begin >= end || end - begin < needle.size())
-        return 0;
-    const void *hit = memmem(text.data() + begin, end - begin, needle.data(), needle.size());
-    return hit ? static_cast<Pos>(static_cast<const char *>(hit) - text.data()) + 1 : 0;
-}
-
 // The first `needle` at or behind `start` that begins in front of `limit`; 0 when none.
 Pos FindBefore(std::string_view text, std::string_view needle, Pos start, Pos limit) {
     if (start < 1)
@@ -51,31 +43,63 @@ bool EndsWord(char c) {
 }
 
 // Finds dial lines in a large channels block without scanning the rest of the block
-// for each dial. Every blank of the block is sorted by the word that follows it; a
-// needle "type name" can only stand where the word behind its blank begins with the
-// name's first word, so its candidates are one short run of that order.
+// for each dial. Every blank of the block is put in the order of the word that follows
+// it (by the word's first sixteen bytes, and the whole word where those are equal;
+// blanks of one word in text order); a needle "type name" can only stand
+// where the word behind its blank begins with the name's first word, so its candidates
+// are one short run of that order.
 class NeedleIndex {
 public:
     static constexpr size_t kMaxType = 256; // longer type words are searched directly
     static constexpr size_t kMaxCandidates = 256;
 
     // Blanks from `from` up to where a needle that starts before `limit` can have its blank.
-    NeedleIndex(std::string_view text, Pos from, Pos limit) : m_text(text) {
+    NeedleIndex(std::string_view text, Pos from, Pos limit, WorkLimit &work) : m_text(text) {
         const size_t end = std::min(text.size(), limit - 1 + kMaxType);
-        for (size_t i = from - 1; i < end; ++i) {
-            if (text[i] != ' ')
+        // Only a blank behind a letter of a type word and in front of a word can be a needle's.
+        for (size_t i = std::max<size_t>(from, 2) - 1; i < end; ++i) {
+            if (text[i] != ' ' || text[i - 1] == ' ' || EndsWord(text[i - 1]))
                 continue;
             size_t n = 0;
             while (i + 1 + n < text.size() && !EndsWord(text[i + 1 + n]))
                 ++n;
-            m_blanks.push_back({i, n, Key(text.substr(i + 1, n))});
+            if (n > 0)
+                m_blanks.push_back({i, n, Key(text, i + 1, n), n > 8 ? Key(text, i + 9, n - 8) : 0});
         }
-        std::sort(m_blanks.begin(), m_blanks.end(), [this](const Blank &a, const Blank &b) {
-            if (a.key != b.key)
-                return a.key < b.key;
-            const int c = Word(a).compare(Word(b));
-            return c < 0 || (c == 0 && a.at < b.at);
-        });
+        work.Spend(2 * (end - (from - 1)) + 32 * m_blanks.size());
+        // A radix sort by the first sixteen bytes, a byte at a time from the last; each pass
+        // keeps the order before it, so blanks of one key stay in text order.
+        std::vector<Blank> sorted(m_blanks.size());
+        for (int byte = 15; byte >= 0; --byte) {
+            const uint64_t Blank::*half = byte < 8 ? &Blank::key : &Blank::key2;
+            const int shift = 8 * (7 - byte % 8);
+            size_t count[257] = {};
+            for (const Blank &b : m_blanks)
+                ++count[((b.*half >> shift) & 0xFF) + 1];
+            if (std::any_of(count + 1, count + 257, [&](size_t c) { return c == m_blanks.size(); }))
+                continue; // all alike in this byte
+            for (size_t d = 1; d < 257; ++d)
+                count[d] += count[d - 1];
+            for (const Blank &b : m_blanks)
+                sorted[count[(b.*half >> shift) & 0xFF]++] = b;
+            m_blanks.swap(sorted);
+        }
+        // Words that share their first sixteen bytes and may still differ (longer ones, or
+        // ones of other lengths, whose zero bytes the keys can't tell from their end) are
+        // put in order of the whole word.
+        for (auto group = m_blanks.begin(); group != m_blanks.end();) {
+            auto next = group + 1;
+            bool differ = group->length > 16;
+            while (next != m_blanks.end() && next->key == group->key && next->key2 == group->key2) {
+                differ = differ || next->length > 16 || next->length != group->length;
+                ++next;
+            }
+            if (differ && next - group > 1) {
+                work.Spend(static_cast<size_t>(next - group) * 16);
+                std::stable_sort(group, next, [this](const Blank &a, const Blank &b) { return Word(a) < Word(b); });
+            }
+            group = next;
+        }
     }
 
     // The first `needle` that starts in [start, limit), 0 for none; nothing when the
@@ -88,9 +112,13 @@ public:
         const std::string_view first = name.substr(0, name.find(' '));
         if (first.empty() || first.find('\t') != std::string_view::npos)
             return std::nullopt;
-        const uint64_t firstKey = Key(first);
+        const uint64_t firstKey = Key(first), firstKey2 = first.size() > 8 ? Key(first.substr(8)) : 0;
         auto it = std::lower_bound(m_blanks.begin(), m_blanks.end(), first, [&](const Blank &b, std::string_view w) {
-            return b.key != firstKey ? b.key < firstKey : Word(b) < w;
+            if (b.key != firstKey)
+                return b.key < firstKey;
+            if (b.key2 != firstKey2)
+                return b.key2 < firstKey2;
+            return Word(b) < w;
         });
         Pos best = 0;
         size_t candidates = 0;
@@ -113,78 +141,28 @@ private:
         size_t at;     // 0-based position of the blank
         size_t length; // of the word behind it
         uint64_t key;  // the word's first 8 bytes: orders as the words do, and cheaply
+        uint64_t key2; // and the next 8
     };
-    static uint64_t Key(std::string_view word) {
+    // The first 8 bytes of text[from, from + length) in big-endian order, zeros behind the end.
+    static uint64_t Key(std::string_view text, size_t from, size_t length) {
+        unsigned char bytes[8] = {};
+        std::memcpy(bytes, text.data() + from, std::min<size_t>(length, 8));
         uint64_t k = 0;
-        for (size_t i = 0; i < 8; ++i)
-            k = (k << 8) | (i < word.size() ? static_cast<unsigned char>(word[i]) : 0u);
+        for (unsigned char b : bytes)
+            k = (k << 8) | b;
         return k;
     }
+    static uint64_t Key(std::string_view word) { return Key(word, 0, word.size()); }
     std::string_view Word(const Blank &b) const { return m_text.substr(b.at + 1, b.length); }
 
     std::string_view m_text;
     std::vector<Blank> m_blanks;
 };
 
-// InStr with a memory of its last answer. The scans move forward through a large
-// text with small steps back, so no stretch is searched more than a few times.
-class Finder {
-public:
-    Finder(std::string_view text, std::string_view needle) : m_text(text), m_needle(needle) {}
-
-    Pos Next(Pos start) {
-        if (start < 1)
-            Fail(ErrInvalidCall);
-        if (start > m_text.size() + 1)
-            return 0;
-        if (m_known && start >= m_from && (m_found == 0 || m_found >= start))
-            return m_found;
-        if (m_known && start < m_from) {
-            // Only the stretch in front of the one already searched needs a look.
-            const Pos hit = SearchIn(m_text, m_needle, start - 1, m_from - 1 + m_needle.size() - 1);
-            m_from = start;
-            if (hit)
-                m_found = hit;
-            return m_found;
-        }
-        m_from = start;
-        m_found = SearchIn(m_text, m_needle, start - 1, m_text.size());
-        m_known = true;
-        return m_found;
-    }
-
-private:
-    std::string_view m_text, m_needle;
-    bool m_known = false;
-    Pos m_from = 0;  // the answer below holds for every start from here up to it
-    Pos m_found = 0; // first match at or behind m_from, 0 for none
-};
-
-// Every occurrence of a needle, for searches backwards and by rank.
-class Occurrences {
-public:
-    Occurrences(std::string_view text, std::string_view needle) : m_size(needle.size()) {
-        for (size_t p = text.find(needle); p != std::string_view::npos; p = text.find(needle, p + 1))
-            m_at.push_back(p + 1);
-    }
-    // The first at or behind `start`.
-    Pos NextAt(Pos start) const {
-        auto it = std::lower_bound(m_at.begin(), m_at.end(), start);
-        return it == m_at.end() ? 0 : *it;
-    }
-    // The last that lies wholly in the first `count` characters (InStrRev's rule).
-    Pos LastWithin(size_t count) const {
-        if (count < m_size)
-            return 0;
-        auto it = std::upper_bound(m_at.begin(), m_at.end(), count - m_size + 1);
-        return it == m_at.begin() ? 0 : *std::prev(it);
-    }
-    const std::vector<Pos> &All() const { return m_at; }
-
-private:
-    size_t m_size;
-    std::vector<Pos> m_at;
-};
+// A 0-based place or npos as a 1-based position or 0.
+Pos Found1(size_t at) {
+    return at == std::string_view::npos ? 0 : at + 1;
+}
 
 long long L(Pos p) {
     return static_cast<long long>(p);
@@ -199,21 +177,115 @@ std::string Deleted(std::string_view text, char c) {
     return out;
 }
 
+// Every place of one word in the text, asked for mostly in forward order.
+class Places {
+public:
+    explicit Places(size_t size) : m_size(size) {}
+    void Add(Pos at) { m_at.push_back(at); }
+    // The first at or behind `start` (1-based), 0 for none: InStr from `start`.
+    Pos Next(Pos start) {
+        if (start < 1)
+            Fail(ErrInvalidCall);
+        if (m_i > 0 && m_at[m_i - 1] >= start)
+            m_i = static_cast<size_t>(std::lower_bound(m_at.begin(), m_at.end(), start) - m_at.begin());
+        while (m_i < m_at.size() && m_at[m_i] < start)
+            ++m_i;
+        return m_i < m_at.size() ? m_at[m_i] : 0;
+    }
+    // The last that lies wholly in the first `count` characters (InStrRev's rule), or 0.
+    Pos LastWithin(size_t count) const {
+        if (count < m_size)
+            return 0;
+        auto it = std::upper_bound(m_at.begin(), m_at.end(), count - m_size + 1);
+        return it == m_at.begin() ? 0 : *std::prev(it);
+    }
+    const std::vector<Pos> &All() const { return m_at; }
+
+private:
+    size_t m_size; // of the word
+    std::vector<Pos> m_at;
+    size_t m_i = 0;
+};
+
 // The scanning state of one call: the text, its cached searches and the variables
 // that the channel rounds carry from one round (and actor) to the next.
 struct Scan {
     explicit Scan(std::string_view t)
-        : text(t), words{Finder(t, kActorWords[0]), Finder(t, kActorWords[1]), Finder(t, kActorWords[2]),
-                         Finder(t, kActorWords[3])},
-          openBrace(t, "{"), channelsLf(t, "channels\n"), channelsBlankLf(t, "channels \n"), keysLf(t, "keys\n"),
-          keysBlankLf(t, "keys \n"), hiddenBlank(t, "hidden "), nameBlank(t, "name "), hiddenWord(t, "hidden"),
-          nameWord(t, "name") {}
+        : text(t), work(t.size()), words{Places(6), Places(5), Places(6), Places(7)}, openBrace(t, '{'), channelsLf(9),
+          channelsBlankLf(10), keysLf(5), keysBlankLf(6), hiddenBlank(7), nameBlank(5), hiddenWord(6), nameWord(4),
+          lineEnds(t, '\n'), closesBehindActor(t, '}'), opensBehindActor(t, '{'), closesBehindChannels(t, '}'),
+          closesInFront(t, '}'), closesInFrontOfNext(t, '}'), channelOpens(t, '{'), roundLineEnds(t, '\n'),
+          channelEnds(t, '}'), keysOpens(t, '{'), keysShuts(t, '}') {
+        // The words the reading looks for, all in one pass instead of one search for each question.
+        const char *d = t.data();
+        const size_t n = t.size();
+        auto is = [&](size_t i, std::string_view word) {
+            return n - i >= word.size() && std::memcmp(d + i, word.data(), word.size()) == 0;
+        };
+        for (size_t i = 0; i < n; ++i) {
+            switch (d[i]) {
+            case 'a':
+                if (is(i, "actor "))
+                    words[0].Add(i + 1);
+                break;
+            case 'p':
+                if (is(i, "prop "))
+                    words[1].Add(i + 1);
+                break;
+            case 'l':
+                if (is(i, "light "))
+                    words[2].Add(i + 1);
+                break;
+            case 'c':
+                if (is(i, "camera "))
+                    words[3].Add(i + 1);
+                else if (is(i, "channels\n"))
+                    channelsLf.Add(i + 1);
+                else if (is(i, "channels \n"))
+                    channelsBlankLf.Add(i + 1);
+                break;
+            case 'k':
+                if (is(i, "keys\n"))
+                    keysLf.Add(i + 1);
+                else if (is(i, "keys \n"))
+                    keysBlankLf.Add(i + 1);
+                break;
+            case 'h':
+                if (is(i, "hidden")) {
+                    hiddenWord.Add(i + 1);
+                    if (is(i, "hidden "))
+                        hiddenBlank.Add(i + 1);
+                }
+                break;
+            case 'n':
+                if (is(i, "name")) {
+                    nameWord.Add(i + 1);
+                    if (is(i, "name "))
+                        nameBlank.Add(i + 1);
+                }
+                break;
+            default:
+                break;
+            }
+        }
+    }
 
     std::string_view text;
-    std::array<Finder, 4> words;
-    Finder openBrace;
-    Occurrences channelsLf, channelsBlankLf;
-    Finder keysLf, keysBlankLf, hiddenBlank, nameBlank, hiddenWord, nameWord;
+    WorkLimit work;
+    std::array<Places, 4> words;
+    NextOf openBrace;
+    Places channelsLf, channelsBlankLf;
+    Places keysLf, keysBlankLf, hiddenBlank, nameBlank, hiddenWord, nameWord;
+
+    // The next or last character of a kind, one for each place that asks, as each asks
+    // from places that move forward.
+    NextOf lineEnds, closesBehindActor, opensBehindActor, closesBehindChannels;
+    PrevOf closesInFront, closesInFrontOfNext;
+    NextOf channelOpens, roundLineEnds, channelEnds, keysOpens, keysShuts;
+    // The keys block read last, and what it gave.
+    Pos keysBlockOpen = 0;
+    double keysValue = 0;
+    bool keysEnabled = false;
 
     std::string ChannelType, ChannelName;
     bool NoKeys = false;
@@ -221,8 +293,8 @@ struct Scan {
     Pos lastOpen = 0, lastClose = 0;
 
     // The nearer "channels" line ahead ("channels" + line feed, or with a blank before it).
-    Pos ChannelsLineAt(Pos start) const {
-        const Pos a = channelsLf.NextAt(start), b = channelsBlankLf.NextAt(start);
+    Pos ChannelsLineAt(Pos start) {
+        const Pos a = channelsLf.Next(start), b = channelsBlankLf.Next(start);
         return a == 0 ? b : (b == 0 ? a : std::min(a, b));
     }
     // The later "channels" line wholly in front of `pos`.
@@ -235,7 +307,8 @@ struct Scan {
             return lastClose;
         int depth = 0;
         Pos close = 0;
-        for (size_t i = open - 1; i < text.size(); ++i) {
+        size_t i = open - 1;
+        for (; i < text.size(); ++i) {
             if (text[i] == '{')
                 ++depth;
             else if (text[i] == '}' && --depth == 0) {
@@ -243,6 +316,7 @@ struct Scan {
                 break;
             }
         }
+        work.Spend(i - (open - 1));
         lastOpen = open;
         lastClose = close;
         return close;
@@ -257,7 +331,7 @@ struct KeywordHit {
 
 // An opening whose block is only "{ }" (the body part declarations at a character's head).
 bool IsEmptyDeclaration(Scan &scan, Pos at) {
-    const Pos open = scan.openBrace.Next(at);
+    const Pos open = Found1(scan.openBrace.At(at - 1));
     if (open == 0)
         return false;
     const std::string_view first20 = Mid(scan.text, L(open), 20);
@@ -324,6 +398,26 @@ struct RoundStartHash {
     }
 };
 
+// Where Search goes behind a channel's opening line (ending at `lineEnd`): behind the
+// next keys line, unless that line lies behind the "}" that closes the channel's own
+// block. A channel without keys then leaves Search at that "}", so the keys of the
+// channel behind it don't make the reader pass over that channel.
+Pos KeysOrOwnClose(Scan &scan, Pos lineEnd, Pos keysAt, Pos behindKeys) {
+    const std::string_view text = scan.text;
+    const Pos open = lineEnd == 0 ? 0 : Found1(scan.channelOpens.At(lineEnd - 1));
+    if (open == 0 || open >= keysAt)
+        return behindKeys;
+    scan.work.Spend(keysAt - open);
+    int depth = 0;
+    for (size_t i = open - 1; i + 1 < keysAt; ++i) {
+        if (text[i] == '{')
+            ++depth;
+        else if (text[i] == '}' && --depth == 0)
+            return i + 1;
+    }
+    return behindKeys;
+}
+
 enum class ChannelsResult { Done, Cancelled };
 
 struct ActorChannels {
@@ -348,29 +442,41 @@ ChannelsResult ReadChannels(Session &session, Scan &scan, size_t actorIndex, Pos
     }
     bool first = true;
     std::unique_ptr<NeedleIndex> index;
-    std::unordered_set<RoundStart, RoundStartHash> seen;
+    // The rounds begun at the current position: it never moves back, so only those can repeat.
+    std::vector<RoundStart> seen;
+    std::unordered_set<RoundStart, RoundStartHash> seenMany;
     Pos seenAt = cur;
+    int32_t shownSeconds = -1;
 
     while (cur < blockEnd) {
-        // The current position never moves back, so only rounds at the same one can repeat.
         if (cur != seenAt) {
             seen.clear();
+            seenMany.clear();
             seenAt = cur;
         }
-        if (!seen.insert({search, scan.ChannelType, scan.ChannelName, scan.NoKeys}).second)
+        RoundStart start{search, scan.ChannelType, scan.ChannelName, scan.NoKeys};
+        if (seen.size() < 8) {
+            if (std::find(seen.begin(), seen.end(), start) != seen.end())
+                break;
+            seen.push_back(std::move(start));
+        } else if (!seenMany.insert(std::move(start)).second) {
             break;
+        }
 
         if (first && channelsAt == 0)
             break;
-        Pos keysMark = scan.keysLf.Next(search);
+        // Later rounds look strictly behind Search: from Search itself they would find the
+        // "name " line of the channel just read, which step 10 has moved Search onto.
+        const Pos markFrom = first ? search : search + 1;
+        Pos keysMark = scan.keysLf.Next(markFrom);
         if (keysMark == 0)
-            keysMark = scan.keysBlankLf.Next(search);
+            keysMark = scan.keysBlankLf.Next(markFrom);
         Pos hiddenMark, nameMark;
         if (first) {
             hiddenMark = nameMark = InStr(text, "{", channelsAt);
         } else {
-            hiddenMark = scan.hiddenBlank.Next(search);
-            nameMark = scan.nameBlank.Next(search);
+            hiddenMark = scan.hiddenBlank.Next(markFrom);
+            nameMark = scan.nameBlank.Next(markFrom);
         }
         first = false;
         Pos mark = 0;
@@ -383,7 +489,7 @@ ChannelsResult ReadChannels(Session &session, Scan &scan, size_t actorIndex, Pos
             break;
 
         // The channel's opening brace: the previous channel's end, or the channels block's "{".
-        const size_t back = mark >= 2 ? text.rfind('}', mark - 2) : std::string_view::npos;
+        const size_t back = mark >= 2 ? scan.closesInFront.Before(mark - 1) : std::string_view::npos;
         const Pos lastBrace = back == std::string_view::npos ? 0 : back + 1;
         const Pos lastChannels = scan.ChannelsLineBefore(mark);
         Pos place;
@@ -396,7 +502,8 @@ ChannelsResult ReadChannels(Session &session, Scan &scan, size_t actorIndex, Pos
         while (place + 3 <= text.size() && text[place + 2] == '\n')
             ++place; // empty lines
 
-        const Pos lineEnd = InStr(text, "\n", place + 3);
+        const Pos lineEnd = Found1(scan.roundLineEnds.At(place + 2));
+        scan.work.Spend(lineEnd > place ? lineEnd - place : 0);
         const std::string line = StripControls(Mid(text, L(place) + 2, L(lineEnd) - L(place) - 2));
         const size_t blank = line.find(' ');
         if (blank != std::string::npos) {
@@ -407,9 +514,9 @@ ChannelsResult ReadChannels(Session &session, Scan &scan, size_t actorIndex, Pos
         }
 
         if (const Pos k = scan.keysLf.Next(search))
-            search = k + 5;
+            search = KeysOrOwnClose(scan, lineEnd, k, k + 5);
         else if (const Pos k2 = scan.keysBlankLf.Next(search))
-            search = k2 + 6;
+            search = KeysOrOwnClose(scan, lineEnd, k2, k2 + 6);
 
         if (Trim(scan.ChannelType).empty())
             break;
@@ -417,12 +524,21 @@ ChannelsResult ReadChannels(Session &session, Scan &scan, size_t actorIndex, Pos
             continue; // a comment line in front of the channel
 
         const std::string needle = scan.ChannelType + " " + scan.ChannelName;
-        // Dial lines are looked up again from inside themselves; in a large block an
-        // index keeps that from scanning the rest of the block each time.
-        if (!index && limit > position && limit - position >= session.IndexedChannelBlockMinimum)
-            index = std::make_unique<NeedleIndex>(text, position, limit);
-        std::optional<Pos> indexed = index ? index->Find(needle, cur, limit) : std::nullopt;
-        const Pos found = indexed ? *indexed : FindBefore(text, needle, cur, limit);
+        // The dial's own opening line holds it as a rule: the search up to that line's end
+        // finds the first one from the current position, at the cost of the way there.
+        const Pos near = std::min(std::max(lineEnd, cur), limit);
+        scan.work.Spend(near - cur + needle.size());
+        Pos found = FindBefore(text, needle, cur, near);
+        if (found == 0 && near < limit) {
+            // Elsewhere: in a large block an index keeps the search from scanning the rest
+            // of the block for each dial.
+            if (!index && limit > position && limit - position >= session.IndexedChannelBlockMinimum)
+                index = std::make_unique<NeedleIndex>(text, position, limit, scan.work);
+            std::optional<Pos> indexed = index ? index->Find(needle, near, limit) : std::nullopt;
+            if (!indexed)
+                scan.work.Spend(limit - near);
+            found = indexed ? *indexed : FindBefore(text, needle, near, limit);
+        }
         if (found != 0) {
             cur = found + scan.ChannelType.size() + 1;
             Actor &actor = session.Actors[actorIndex];
@@ -430,17 +546,19 @@ ChannelsResult ReadChannels(Session &session, Scan &scan, size_t actorIndex, Pos
                 actor.Channels.emplace_back();
             Channel &channel = actor.Channels.back();
             const Pos nameEnd = InStr(text, "\n", cur);
+            scan.work.Spend(nameEnd > cur ? nameEnd - cur : 0);
             channel.Name = std::string(Mid(text, L(cur), L(nameEnd) - L(cur)));
             out.lastLineEnd = nameEnd;
             out.any = true;
 
             // Display name and hidden count only in front of the first "}" behind the opening.
-            const Pos close = InStr(text, "}", cur);
+            const Pos close = Found1(scan.channelEnds.At(cur - 1));
             const Pos nameAt = scan.nameWord.Next(cur);
             if (nameAt > 0 && nameAt < close) {
                 const Pos nameBlank = InStr(text, " ", nameAt);
-                const Pos lf = InStr(text, "\n", nameBlank);
-                channel.DisplayName = std::string(Mid(text, L(nameBlank) + 1, L(lf) - L(nameBlank) - 1));
+                const Pos lineFeed = InStr(text, "\n", nameBlank);
+                scan.work.Spend(lineFeed > nameBlank ? lineFeed - nameBlank : 0);
+                channel.DisplayName = std::string(Mid(text, L(nameBlank) + 1, L(lineFeed) - L(nameBlank) - 1));
                 channel.NameEnabled = true;
                 search = nameAt;
             } else {
@@ -449,8 +567,10 @@ ChannelsResult ReadChannels(Session &session, Scan &scan, size_t actorIndex, Pos
             const Pos hiddenAt = scan.hiddenWord.Next(cur);
             if (hiddenAt > 0 && hiddenAt < close) {
                 const Pos hiddenBlank = InStr(text, " ", hiddenAt);
-                const Pos lf = InStr(text, "\n", hiddenBlank);
-                channel.Hidden = ToInt16(NumberValue(Mid(text, L(hiddenBlank) + 1, L(lf) - L(hiddenBlank) - 1)) + 1);
+                const Pos lineFeed = InStr(text, "\n", hiddenBlank);
+                scan.work.Spend(lineFeed > hiddenBlank ? lineFeed - hiddenBlank : 0);
+                channel.Hidden =
+                    ToInt16(NumberValue(Mid(text, L(hiddenBlank) + 1, L(lineFeed) - L(hiddenBlank) - 1)) + 1);
                 channel.HiddenEnabled = true;
                 search = hiddenBlank + 1;
             } else {
@@ -458,24 +578,33 @@ ChannelsResult ReadChannels(Session &session, Scan &scan, size_t actorIndex, Pos
             }
 
             if (!scan.NoKeys) {
-                const Pos open = InStr(text, "{", cur);
-                const Pos shut = InStr(text, "}", open);
-                const std::string_view keys = Mid(text, L(open), L(shut) - L(open) + 1);
-                const size_t k = keys.find("k  ", std::min(keys.find('{'), keys.size()));
-                if (k == std::string_view::npos) {
-                    channel.Value = 0;
-                    channel.ValueEnabled = false;
-                } else {
-                    size_t e = keys.find('\n', k);
-                    if (e == std::string_view::npos)
-                        e = keys.size();
-                    const std::string_view frameAndValue = Trim(keys.substr(k + 1, e - k - 1));
-                    const size_t sp = frameAndValue.find(' ');
-                    const std::string_view value =
-                        sp == std::string_view::npos ? Mid(frameAndValue, 2) : Mid(frameAndValue, L(sp) + 3);
-                    channel.Value = NumberValue(value);
-                    channel.ValueEnabled = value == "0" || channel.Value != 0;
+                const Pos open = Found1(scan.keysOpens.At(cur - 1));
+                if (open == 0)
+                    Fail(ErrInvalidCall); // a search from position 0
+                if (open != scan.keysBlockOpen) {
+                    // Dials whose keys block is the same (it lies behind all of them) read it once.
+                    const Pos shut = Found1(scan.keysShuts.At(open - 1));
+                    const std::string_view keys = Mid(text, L(open), L(shut) - L(open) + 1);
+                    scan.work.Spend(keys.size());
+                    const size_t k = keys.find("k  ", std::min(keys.find('{'), keys.size()));
+                    if (k == std::string_view::npos) {
+                        scan.keysValue = 0;
+                        scan.keysEnabled = false;
+                    } else {
+                        size_t e = keys.find('\n', k);
+                        if (e == std::string_view::npos)
+                            e = keys.size();
+                        const std::string_view frameAndValue = Trim(keys.substr(k + 1, e - k - 1));
+                        const size_t sp = frameAndValue.find(' ');
+                        const std::string_view value =
+                            sp == std::string_view::npos ? Mid(frameAndValue, 2) : Mid(frameAndValue, L(sp) + 3);
+                        scan.keysValue = NumberValue(value);
+                        scan.keysEnabled = value == "0" || scan.keysValue != 0;
+                    }
+                    scan.keysBlockOpen = open;
                 }
+                channel.Value = scan.keysValue;
+                channel.ValueEnabled = scan.keysEnabled;
             }
             channel.Type = scan.ChannelType;
             ui.DoEvents();
@@ -484,48 +613,106 @@ ChannelsResult ReadChannels(Session &session, Scan &scan, size_t actorIndex, Pos
         if (!session.BatchMode) {
             if (ui.ProgressCancelling())
                 return ChannelsResult::Cancelled;
-            ui.ProgressDetail(ElapsedLine(SessionSeconds(session) - startTime));
+            // The line reads the same until the next second.
+            const int32_t seconds = SessionSeconds(session) - startTime;
+            if (seconds != shownSeconds)
+                ui.ProgressDetail(ElapsedLine(seconds));
+            shownSeconds = seconds;
         }
     }
     return ChannelsResult::Done;
 }
 
-// Header lines of an actor, in front of its channels.
-void ReadHeader(Actor &actor, std::string_view rawHeader, bool cameraOrLight) {
-    const std::string header = Deleted(CrToLf(rawHeader), '\t');
-    auto at = [&](std::string_view word) { return InStr(header, "\n" + std::string(word)); };
-    if (InStr(header, "\non\n")) {
-        actor.OnOff = 2;
-        actor.OnOffEnabled = true;
-    } else if (InStr(header, "\noff\n")) {
-        actor.OnOff = 1;
-        actor.OnOffEnabled = true;
-    } else {
-        actor.OnOffEnabled = false;
+// Header lines of actors, in front of their channels, read from a copy of the header
+// with carriage returns made line feeds and tabs deleted. Headers run to the first "}"
+// or channels line, so several openings in front of one "}" have headers that end at the
+// same place: they share one copy and the places of its words instead of copying the
+// same stretch once for each.
+class HeaderReader {
+public:
+    HeaderReader(std::string_view text, WorkLimit &work) : m_text(text), m_work(work) {}
+
+    // The header text[begin, end) (0-based).
+    void Read(Actor &actor, size_t begin, size_t end, bool cameraOrLight) {
+        if (end != m_end || begin < m_mapped) {
+            m_plain = Deleted(CrToLf(m_text.substr(begin, end - begin)), '\t');
+            m_work.Spend(2 * (end - begin) + 64);
+            for (size_t w = 0; w < kWords.size(); ++w) {
+                m_at[w].clear();
+                const std::string_view word = kWords[w];
+                for (size_t p = m_plain.find(word); p != std::string::npos; p = m_plain.find(word, p + 1))
+                    m_at[w].push_back(p);
+                m_next[w] = 0;
+            }
+            m_begin = m_mapped = begin;
+            m_end = end;
+            m_offset = 0;
+        }
+        // Where `begin` lies in the copy: the tabs in front of it are gone.
+        m_work.Spend(begin - m_mapped);
+        for (size_t i = m_mapped; i < begin; ++i)
+            if (m_text[i] != '\t')
+                ++m_offset;
+        m_mapped = begin;
+        const std::string_view header = std::string_view(m_plain).substr(m_offset);
+        // The first line feed + word of this header (1-based in it), or 0.
+        auto at = [&](size_t w) -> Pos {
+            while (m_next[w] < m_at[w].size() && m_at[w][m_next[w]] < m_offset)
+                ++m_next[w];
+            return m_next[w] < m_at[w].size() ? m_at[w][m_next[w]] - m_offset + 1 : 0;
+        };
+        auto rest = [&](Pos lf, size_t w) {
+            const std::string_view value = RestOfLine(header, lf, kWords[w].substr(1));
+            m_work.Spend(value.size());
+            return value;
+        };
+        if (at(kOn)) {
+            actor.OnOff = 2;
+            actor.OnOffEnabled = true;
+        } else if (at(kOff)) {
+            actor.OnOff = 1;
+            actor.OnOffEnabled = true;
+        } else {
+            actor.OnOffEnabled = false;
+        }
+        if (const Pos lf = at(kHidden)) {
+            // Only the digit in front of the line end counts: "hidden 10" reads as 0.
+            const Pos lineEnd = InStr(header, "\n", lf + 1);
+            m_work.Spend(lineEnd > lf ? lineEnd - lf : 0);
+            actor.Hidden = ToInt16(NumberValue(Mid(header, L(lineEnd) - 1, 1)) + 1);
+            actor.HiddenEnabled = true;
+        } else {
+            actor.HiddenEnabled = false;
+        }
+        if (const Pos lf = at(kStorageOffset); lf && cameraOrLight)
+            actor.StorageOffset = std::string(Trim(rest(lf, kStorageOffset)));
+        if (const Pos lf = at(kGeomResource); lf && cameraOrLight)
+            actor.GeomResource = ToInt16(NumberValue(rest(lf, kGeomResource)) + 1);
+        if (const Pos lf = at(kLightType); lf && cameraOrLight)
+            actor.LightType = ToInt16(NumberValue(rest(lf, kLightType)) + 1);
+        if (const Pos lf = at(kName)) {
+            actor.DisplayName = std::string(Trim(rest(lf, kName)));
+            actor.NameEnabled = true;
+        } else {
+            actor.NameEnabled = false;
+        }
+        if (const Pos lf = at(kObjFileGeom); lf && cameraOrLight)
+            actor.ObjFileGeom = std::string(Trim(rest(lf, kObjFileGeom)));
     }
-    if (const Pos lf = at("hidden")) {
-        // Only the digit in front of the line end counts: "hidden 10" reads as 0.
-        const Pos lineEnd = InStr(header, "\n", lf + 1);
-        actor.Hidden = ToInt16(NumberValue(Mid(header, L(lineEnd) - 1, 1)) + 1);
-        actor.HiddenEnabled = true;
-    } else {
-        actor.HiddenEnabled = false;
-    }
-    if (const Pos lf = at("storageOffset"); lf && cameraOrLight)
-        actor.StorageOffset = std::string(Trim(RestOfLine(header, lf, "storageOffset")));
-    if (const Pos lf = at("geomResource"); lf && cameraOrLight)
-        actor.GeomResource = ToInt16(NumberValue(RestOfLine(header, lf, "geomResource")) + 1);
-    if (const Pos lf = at("lightType"); lf && cameraOrLight)
-        actor.LightType = ToInt16(NumberValue(RestOfLine(header, lf, "lightType")) + 1);
-    if (const Pos lf = at("name")) {
-        actor.DisplayName = std::string(Trim(RestOfLine(header, lf, "name")));
-        actor.NameEnabled = true;
-    } else {
-        actor.NameEnabled = false;
-    }
-    if (const Pos lf = at("objFileGeom"); lf && cameraOrLight)
-        actor.ObjFileGeom = std::string(Trim(RestOfLine(header, lf, "objFileGeom")));
-}
+
+private:
+    enum { kOn, kOff, kHidden, kStorageOffset, kGeomResource, kLightType, kName, kObjFileGeom };
+    static constexpr std::array<std::string_view, 8> kWords = {
+        "\non\n", "\noff\n", "\nhidden", "\nstorageOffset", "\ngeomResource", "\nlightType", "\nname", "\nobjFileGeom"};
+
+    std::string_view m_text;
+    WorkLimit &m_work;
+    size_t m_begin = 0, m_end = std::string_view::npos; // the stretch of the copy
+    size_t m_mapped = 0, m_offset = 0;                  // a place of the text and of the copy
+    std::string m_plain;
+    std::array<std::vector<size_t>, 8> m_at;
+    std::array<size_t, 8> m_next{};
+};
 
 // Lines behind the channels block.
 void ReadTail(Actor &actor, std::string_view rawTail, bool cameraOrLight) {
@@ -586,43 +773,39 @@ int16_t CustomMaterialCount(std::string_view from) {
     return ToInt16(NumberValue(Mid(s, blank + 1, lf - blank - 1)));
 }
 
-// The first occurrence in `text` of each type + blank + name, found in one pass over
-// the openings instead of one search from the start for every actor.
-std::unordered_map<std::string, Pos> FirstOccurrences(std::string_view text, const std::vector<std::string> &keys) {
-    std::unordered_map<std::string, Pos> first;
-    for (const std::string &k : keys)
-        first.emplace(k, 0);
-    for (std::string_view word : kActorWords) {
-        std::vector<size_t> lengths;
-        for (const std::string &k : keys)
-            if (StartsWith(k, word) && std::find(lengths.begin(), lengths.end(), k.size()) == lengths.end())
-                lengths.push_back(k.size());
-        if (lengths.empty())
-            continue;
-        std::string probe;
-        for (size_t p = text.find(word); p != std::string_view::npos; p = text.find(word, p + 1)) {
-            for (size_t n : lengths) {
-                if (p + n > text.size())
-                    continue;
-                probe.assign(text.substr(p, n));
-                auto it = first.find(probe);
-                if (it != first.end() && it->second == 0)
-                    it->second = p + 1;
-            }
+void ReadCustomMaterialOwners(Session &session, Scan &scan) {
+    const std::string_view text = scan.text;
+    WorkLimit &work = scan.work;
+    session.CustomMaterialsFound = false;
+    // The first place of each type + blank + name: all begin with one of the four words.
+    std::vector<std::string> keys;
+    std::vector<size_t> keyOf(session.Actors.size(), std::string::npos);
+    for (size_t i = 0; i < session.Actors.size(); ++i) {
+        const Actor &a = session.Actors[i];
+        if (!a.Name.empty() && a.Type != "prop") {
+            keyOf[i] = keys.size();
+            keys.push_back(a.Type + " " + a.Name);
         }
     }
-    return first;
-}
-
-void ReadCustomMaterialOwners(Session &session, std::string_view text) {
-    session.CustomMaterialsFound = false;
-    std::vector<std::string> keys;
-    for (const Actor &a : session.Actors)
-        if (!a.Name.empty() && a.Type != "prop")
-            keys.push_back(a.Type + " " + a.Name);
-    const auto first = FirstOccurrences(text, keys);
+    std::vector<size_t> wordPlaces;
+    for (Places &word : scan.words)
+        for (Pos at : word.All())
+            wordPlaces.push_back(at - 1);
+    std::sort(wordPlaces.begin(), wordPlaces.end());
+    std::vector<size_t> first = FirstKeysAt(text, wordPlaces, keys, work);
+    // A key that begins otherwise (a single actor read from the text's start) is searched as it is.
+    for (size_t k = 0; k < keys.size(); ++k)
+        if (std::none_of(kActorWords.begin(), kActorWords.end(),
+                         [&](std::string_view word) { return StartsWith(keys[k], word); })) {
+            work.Spend(text.size());
+            first[k] = InStr(text, keys[k]);
+        }
     const Occurrences customAt(text, "customMaterial");
     Finder materialAt(text, "material ");
+    // The blocks of several owners may be the same ones, when a count reaches past an
+    // owner's own blocks: each keyword line is read once.
+    std::optional<MaterialScan> blocks;
+    NextOf closes(text, '}'), lineEnds(text, '\n');
     std::unordered_map<std::string, Occurrences> typeAt;
 
     for (size_t i = 0; i < session.Actors.size(); ++i) {
@@ -630,7 +813,7 @@ void ReadCustomMaterialOwners(Session &session, std::string_view text) {
         const std::string name = session.Actors[i].Name;
         if (name.empty() || type == "prop")
             continue;
-        const Pos start = first.at(type + " " + name);
+        const Pos start = first[keyOf[i]];
         if (start == 0)
             continue;
         auto [it, fresh] = typeAt.try_emplace(type, text, type + " ");
@@ -651,13 +834,18 @@ void ReadCustomMaterialOwners(Session &session, std::string_view text) {
         session.Figures.back().Name = name;
         AddFigureLine(session, type + " " + name, static_cast<int>(session.Figures.size()));
         for (int m = 0; m < count; ++m) {
-            const Pos close = InStr(text, "}", material + 10);
+            // A block runs to the first "}" behind it, or to the text's end.
+            const Pos close = Found1(closes.At(material + 9));
             const Pos blockEnd = close != 0 ? close : text.size() + 1;
             const std::string_view block = Mid(text, L(material), L(blockEnd) - L(material));
             auto &materials = session.Figures[static_cast<size_t>(figureIndex)].Materials;
             const int materialIndex = static_cast<int>(&AppendElement(materials) - materials.data());
-            ParseMaterial(session, block, figureIndex, materialIndex);
-            const Pos lf = InStr(block, "\n");
+            if (!blocks)
+                blocks.emplace(session, text, work);
+            blocks->Parse(material - 1, blockEnd - 1, figureIndex, materialIndex);
+            const size_t lineFeed = lineEnds.At(material - 1);
+            const Pos lf = lineFeed == std::string_view::npos || lineFeed + 1 >= blockEnd ? 0 : lineFeed + 2 - material;
+            work.Spend(lf + 16);
             session.Figures[static_cast<size_t>(figureIndex)].Materials[static_cast<size_t>(materialIndex)].Name =
                 std::string(Mid(block, 10, L(lf) - 10));
             material = materialAt.Next(material + 10);
@@ -772,6 +960,7 @@ bool LoadActorSection(Session &session, std::string_view text, bool singleActor,
     const std::string fileName = LCase(session.DialogFileName);
     int keyword = EndsWith(fileName, ".hr2") || EndsWith(fileName, ".pp2") ? 1 : kActor;
     Scan scan(text);
+    HeaderReader headers(text, scan.work);
 
     while (position < end) {
         const KeywordHit opening = FindActorKeyword(scan, position, true);
@@ -788,7 +977,8 @@ bool LoadActorSection(Session &session, std::string_view text, bool singleActor,
             position = at;
         }
 
-        const Pos lineEnd = InStr(text, "\n", position);
+        const Pos lineEnd = Found1(scan.lineEnds.At(position - 1));
+        scan.work.Spend(lineEnd > position ? lineEnd - position : 0);
         const std::string line = StripControls(Mid(text, L(position), L(lineEnd) - L(position)));
         if (!batch)
             ui.ProgressStatus(line + "...");
@@ -824,11 +1014,12 @@ bool LoadActorSection(Session &session, std::string_view text, bool singleActor,
 
         // The header runs to the channels line, or to the first "}" when that comes first.
         Pos headerEnd = scan.ChannelsLineAt(position);
-        const Pos firstClose = InStr(text, "}", position);
+        const Pos firstClose = Found1(scan.closesBehindActor.At(position - 1));
         if (headerEnd == 0 || (firstClose != 0 && firstClose < headerEnd))
             headerEnd = firstClose;
         const bool cameraOrLight = type == "camera" || type == "light";
-        ReadHeader(session.Actors[actorIndex], Mid(text, L(position), L(headerEnd) - L(position)), cameraOrLight);
+        Mid(text, L(position), L(headerEnd) - L(position)); // a header that never ends is a failure
+        headers.Read(session.Actors[actorIndex], position - 1, headerEnd - 1, cameraOrLight);
 
         ActorChannels channels;
         if (ReadChannels(session, scan, actorIndex, position, blockEnd, started, channels) ==
@@ -839,12 +1030,12 @@ bool LoadActorSection(Session &session, std::string_view text, bool singleActor,
 
         Pos tailStart = 0;
         if (channels.any)
-            tailStart = InStr(text, "}", channels.lastLineEnd);
+            tailStart = Found1(scan.closesBehindChannels.At(channels.lastLineEnd - 1));
         else if (position != 0)
-            tailStart = InStr(text, "{", position) + 1;
+            tailStart = Found1(scan.opensBehindActor.At(position - 1)) + 1;
         if (tailStart != 0) {
             const size_t before = next.at != 0 ? next.at - 1 : text.size();
-            const size_t lastClose = before == 0 ? std::string_view::npos : text.rfind('}', before - 1);
+            const size_t lastClose = scan.closesInFrontOfNext.Before(before);
             const Pos tailEnd = lastClose == std::string_view::npos ? 0 : lastClose + 1;
             ReadTail(session.Actors[actorIndex], Mid(text, L(tailStart), L(tailEnd) - L(tailStart)), cameraOrLight);
         }
@@ -856,7 +1047,7 @@ bool LoadActorSection(Session &session, std::string_view text, bool singleActor,
             break;
     }
 
-    ReadCustomMaterialOwners(session, text);
+    ReadCustomMaterialOwners(session, scan);
 
     if (!batch) {
         ui.ProgressClose();

@@ -1,10 +1,14 @@
 #include "core/reader/DeltaRemoval.h"
 
+#include "core/platform/Failure.h"
 #include "core/platform/Interaction.h"
+#include "core/platform/Paths.h"
 #include "core/reader/ActorLoader.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <cstring>
+#include <memory>
 #include <string_view>
 
 namespace gelvane {
@@ -79,6 +83,180 @@ bool RemoveDeltas(Session &session, std::string &text, int32_t startTime) {
         w = CutPiece(text, w, starts[k], end);
     }
     text.resize(w);
+    return true;
+}
+
+namespace {
+
+// A file read block by block, as it stands: carriage returns are made line feeds only
+// where that matters, in what is kept and behind a "deltas".
+class BlockReader {
+public:
+    BlockReader(std::string_view path, size_t block) : m_size(block), m_block(std::make_unique<char[]>(block)) {
+        const auto real = ResolvePath(path);
+        if (!real || !FileExists(*real))
+            Fail(ErrFileNotFound);
+        m_file = std::fopen(real->c_str(), "rb");
+        if (!m_file)
+            Fail(ErrPermissionDenied);
+    }
+    ~BlockReader() { std::fclose(m_file); }
+    BlockReader(const BlockReader &) = delete;
+    BlockReader &operator=(const BlockReader &) = delete;
+
+    // Appends the next block to `to`; false at the file's end.
+    bool Append(std::string &to) {
+        const size_t got = std::fread(m_block.get(), 1, m_size, m_file);
+        if (got < m_size && std::ferror(m_file))
+            Fail(ErrPathFileAccess);
+        to.append(m_block.get(), got);
+        return got > 0;
+    }
+
+private:
+    size_t m_size;
+    std::unique_ptr<char[]> m_block;
+    std::FILE *m_file = nullptr;
+};
+
+// The first "deltas" in window[from, end), or npos. It is found by its "l", which the
+// lines of numbers it stands among never hold.
+size_t FindDeltas(const std::string &window, size_t from) {
+    const char *data = window.data();
+    for (size_t i = from + 2; i + 4 <= window.size();) {
+        const void *hit = std::memchr(data + i, 'l', window.size() - 3 - i);
+        if (!hit)
+            break;
+        const size_t l = static_cast<size_t>(static_cast<const char *>(hit) - data);
+        if (std::memcmp(data + l - 2, kDeltas.data(), kDeltas.size()) == 0)
+            return l - 2;
+        i = l + 1;
+    }
+    return std::string::npos;
+}
+
+// How many "deltas" the file holds.
+size_t CountDeltas(std::string_view path, size_t block) {
+    BlockReader reader(path, block);
+    std::string window;
+    size_t count = 0;
+    while (reader.Append(window)) {
+        size_t from = 0;
+        for (size_t at = FindDeltas(window, 0); at != std::string::npos; at = FindDeltas(window, from)) {
+            ++count;
+            from = at + kDeltas.size();
+        }
+        // The last few characters may begin one that the next block completes.
+        const size_t keep = std::min(window.size() - std::min(from, window.size()), kDeltas.size() - 1);
+        window.erase(0, window.size() - keep);
+    }
+    return count;
+}
+
+} // namespace
+
+bool ReadFileWithoutDeltas(Session &session, std::string_view path, std::string &text, int32_t startTime,
+                           size_t block) {
+    Interaction &ui = session.ui();
+    const size_t pieces = CountDeltas(path, block);
+    if (!session.BatchMode)
+        ui.ProgressMax(static_cast<int>(std::min<size_t>(pieces + 1, INT32_MAX)));
+
+    BlockReader reader(path, block);
+    text.clear();
+    // Kept text, with its carriage returns made line feeds.
+    auto keep = [&](const std::string &from, size_t begin, size_t count) {
+        const size_t at = text.size();
+        text.append(from, begin, count);
+        std::replace(text.begin() + static_cast<long>(at), text.end(), '\r', '\n');
+    };
+    std::string window; // read and not yet worked on
+    size_t at = 0;      // where the work stands in `window`
+    bool more = reader.Append(window);
+    // At least `n` characters ahead of the work, or the file's end.
+    auto ensure = [&](size_t n) {
+        while (more && window.size() - at < n) {
+            window.erase(0, at);
+            at = 0;
+            more = reader.Append(window);
+        }
+        return window.size() - at >= n;
+    };
+    // The next "deltas" at or behind the work; the window grows until it is found or the file ends.
+    auto nextDeltas = [&](bool kept) -> size_t {
+        while (true) {
+            const size_t hit = FindDeltas(window, at);
+            if (hit != std::string::npos)
+                return hit;
+            // Up to the last few characters nothing can begin; they may begin one.
+            const size_t safe = window.size() - std::min(window.size() - at, kDeltas.size() - 1);
+            if (kept)
+                keep(window, at, safe - at);
+            at = safe;
+            if (!ensure(window.size() - at + 1))
+                return std::string::npos;
+        }
+    };
+
+    size_t piece = 0;
+    bool inBlock = false; // the numbers of a deltas block are being passed over
+    while (true) {
+        if (!inBlock) {
+            const size_t hit = nextDeltas(true);
+            if (hit == std::string::npos) {
+                keep(window, at, window.size() - at);
+                break;
+            }
+            keep(window, at, hit - at);
+            at = hit;
+        } else {
+            // The block ends at the first "}" of its piece; the next "deltas" ends the piece.
+            while (true) {
+                const size_t close = window.find('}', at);
+                const size_t hit = FindDeltas(window, at);
+                if (close != std::string::npos && (hit == std::string::npos || close < hit)) {
+                    at = close + 1;
+                    inBlock = false;
+                    break;
+                }
+                if (hit != std::string::npos) {
+                    at = hit;
+                    break;
+                }
+                at = window.size() - std::min(window.size() - at, kDeltas.size() - 1);
+                if (!ensure(window.size() - at + 1)) {
+                    at = window.size();
+                    break;
+                }
+            }
+            if (inBlock && at == window.size())
+                break; // the last piece was all numbers
+            if (!inBlock)
+                continue;
+        }
+        // A new piece begins here, at a "deltas".
+        ui.DoEvents();
+        if (!session.BatchMode) {
+            ui.ProgressValue(static_cast<int>(std::min<size_t>(piece + 1, INT32_MAX)));
+            ui.ProgressDetail(ElapsedText(session, startTime));
+            if (ui.ProgressCancelling()) {
+                text = "cancel";
+                return false;
+            }
+        }
+        ++piece;
+        ensure(kDeltasBlankLf.size());
+        auto lineEnd = [&](size_t i) { return i < window.size() && (window[i] == '\n' || window[i] == '\r'); };
+        const size_t behind = at + kDeltas.size();
+        if (lineEnd(behind) || (behind < window.size() && window[behind] == ' ' && lineEnd(behind + 1))) {
+            at = behind + (lineEnd(behind) ? 1 : 2);
+            inBlock = true;
+        } else {
+            text.append(kDeltas);
+            at += kDeltas.size();
+            inBlock = false;
+        }
+    }
     return true;
 }
 

@@ -18,6 +18,14 @@ namespace gelvane {
 // and returns false. `startTime` (SessionSeconds) feeds the elapsed line.
 bool RemoveDeltas(Session &session, std::string &text, int32_t startTime);
 
+// ReadFileBytes and RemoveDeltas in one: the file is read in blocks and its deltas blocks
+// are dropped on the way, so that their numbers never stand in memory all at once. The
+// text, the progress calls, the yields and a cancel are those of RemoveDeltas on the
+// whole file; a missing file is the failure 53. False when the user cancelled. `block`
+// is how much is read at a time.
+bool ReadFileWithoutDeltas(Session &session, std::string_view path, std::string &text, int32_t startTime,
+                           size_t block = size_t{1} << 20);
+
 // The same cut without progress, for callers that need no window.
 void RemoveDeltasPieces(std::string &text);
 

@@ -7,6 +7,7 @@
 #include "core/platform/Paths.h"
 #include "core/reader/ActorLoader.h"
 #include "core/reader/DeltaRemoval.h"
+#include "core/reader/TextIndex.h"
 
 #include <algorithm>
 
@@ -44,12 +45,16 @@ void ScanFigures(FigureList &list) {
     list.GeometryNames.clear();
     list.FigurePositions.clear();
 
+    // The searches move forward through the text: each remembers where it stands.
+    Finder blanked(text, "\nfigure \n"), plain(text, "\nfigure\n"), names(text, "name    ");
     size_t from = 1;
     for (int i = 0; i < count; ++i) {
-        size_t block = InStr(text, "\nfigure \n", from);
+        size_t block = blanked.Next(from);
         if (block == 0)
-            block = InStr(text, "\nfigure\n", from);
-        const size_t name = InStr(text, "name    ", block);
+            block = plain.Next(from);
+        const size_t name = names.Next(block == 0 ? 1 : block);
+        if (block == 0)
+            Fail(ErrInvalidCall); // a search from position 0
         list.FigureNames.push_back(StripControls(LineFrom(text, name + 8)));
         from = block + 1;
     }

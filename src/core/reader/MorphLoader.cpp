@@ -122,8 +122,17 @@ void LoadMorphPoseData(Session &session, bool singleActor, bool sameFile, std::s
             ui.ProgressShow("Please wait", "Reading file...", 6);
 
         std::string text;
+        // A large file loses its deltas while it is read, so it never stands in memory whole.
+        bool whileReading = false;
         if (!singleActor) {
-            text = suppliedText.empty() ? ReadFileBytes(session.DialogFileName) : std::string(suppliedText);
+            if (!suppliedText.empty()) {
+                text = std::string(suppliedText);
+            } else {
+                const auto real = ResolvePath(session.DialogFileName);
+                whileReading = real && FileExists(*real) && FileSize(*real) > kPiecewiseDeltasLimit;
+                if (!whileReading)
+                    text = ReadFileBytes(session.DialogFileName);
+            }
         } else {
             text = suppliedText.empty() ? BodyActorFromFile(session.DialogFileName)
                                         : std::string(BodyActorText(suppliedText));
@@ -138,7 +147,10 @@ void LoadMorphPoseData(Session &session, bool singleActor, bool sameFile, std::s
         if (!batch)
             ui.ProgressStatus("Reading data...");
 
-        if (text.size() > kPiecewiseDeltasLimit) {
+        if (whileReading) {
+            if (!ReadFileWithoutDeltas(session, session.DialogFileName, text, startTime))
+                return cancelEnd();
+        } else if (text.size() > kPiecewiseDeltasLimit) {
             if (!RemoveDeltas(session, text, startTime))
                 return cancelEnd();
         } else {

@@ -8,7 +8,9 @@
 #include "core/platform/Paths.h"
 #include "core/reader/ActorLoader.h"
 #include "core/reader/MaterialParser.h"
+#include "core/reader/PropLines.h"
 #include "core/reader/TailScan.h"
+#include "core/reader/TextIndex.h"
 
 #include <algorithm>
 #include <exception>
@@ -47,16 +49,27 @@ const KindDialog &DialogOfKind(int kind) {
 
 // Removes every run of the characters in `which` that directly follows a line feed:
 // the result of replacing line feed + each of them by a line feed until none is left.
-std::string DropAfterLineFeeds(std::string_view text, std::string_view which) {
-    std::string out;
-    out.reserve(text.size());
-    for (size_t i = 0; i < text.size();) {
-        const char c = text[i++];
-        out.push_back(c);
-        if (c == kLf)
-            while (i < text.size() && which.find(text[i]) != std::string_view::npos)
-                ++i;
+void DropAfterLineFeedsInPlace(std::string &text, std::string_view which) {
+    bool drop[256] = {};
+    for (char c : which)
+        drop[static_cast<unsigned char>(c)] = true;
+    char *data = text.data();
+    const size_t n = text.size();
+    size_t w = 0;
+    bool lineStart = false;
+    for (size_t r = 0; r < n; ++r) {
+        const char c = data[r];
+        if (lineStart && drop[static_cast<unsigned char>(c)])
+            continue;
+        data[w++] = c;
+        lineStart = c == kLf;
     }
+    text.resize(w);
+}
+
+std::string DropAfterLineFeeds(std::string_view text, std::string_view which) {
+    std::string out(text);
+    DropAfterLineFeedsInPlace(out, which);
     return out;
 }
 
@@ -291,13 +304,31 @@ void OpenRun::ReadCommentAndVersion() {
 void OpenRun::ReadWholeFile() {
     step = 33;
     // Every carriage return becomes a line feed at once, as the channel reader expects.
-    text = CrToLf(source.All());
+    text = source.All();
     step = 34;
-    text = DropAfterLineFeeds(text, " \t");
+    // One pass for both: carriage returns made line feeds, and the blanks and tabs that
+    // then follow a line feed dropped.
+    {
+        char *data = text.data();
+        const size_t n = text.size();
+        size_t w = 0;
+        bool lineStart = false;
+        for (size_t r = 0; r < n; ++r) {
+            char c = data[r];
+            if (c == kCr)
+                c = kLf;
+            if (lineStart && (c == ' ' || c == '\t'))
+                continue;
+            data[w++] = c;
+            lineStart = c == kLf;
+        }
+        text.resize(w);
+    }
 
     step = 35;
-    const bool hasChannels = HasIgnoringControls(text, "channels{") || InStr(text, "camera ") != 0 ||
-                             InStr(text, "light ") != 0 || InStr(text, "actor ") != 0 || InStr(text, "prop ") != 0;
+    // The plain searches first: they are quicker, and the answer is the same in any order.
+    const bool hasChannels = InStr(text, "actor ") != 0 || InStr(text, "prop ") != 0 || InStr(text, "light ") != 0 ||
+                             InStr(text, "camera ") != 0 || HasIgnoringControls(text, "channels{");
     auto noChannels = [&] {
         if (!s.ImportMode) {
             SetCheckedQuietly(s, s.Options.chkChannels, true);
@@ -368,20 +399,21 @@ void OpenRun::ReadWholeFile() {
 
     step = 43;
     {
-        // Deleting the prop lines only moves this loop on; the sections below are cut
-        // from the text as it stands now.
-        std::string scan = text;
-        while (const size_t propAt = InStrRev(scan, "\nprop ")) {
+        // The scan deletes the prop lines only to move on; the sections below are cut from
+        // the text as it stands now.
+        WorkLimit work(text.size());
+        const PropLineScan props = PosePropLines(text, work);
+        // Each line goes in front of the first "actor " row, behind the one before: all
+        // of them together at that row.
+        s.cmbFigures.insert(s.cmbFigures.begin() + static_cast<long>(propIndex), props.Lines.begin(),
+                            props.Lines.end());
+        if (!props.Lines.empty()) {
+            propIndex += props.Lines.size();
+            sections.assign(propIndex, std::string());
+        }
+        if (props.Failed) {
             sections.assign(propIndex + 1, std::string());
-            const long long brace = static_cast<long long>(InStr(scan, "{", propAt));
-            const long long from = static_cast<long long>(propAt) + 1;
-            AddFigureLine(s, StripControls(Mid(scan, from, brace - from - 1)));
-            const std::string rest = Replace(scan, "\n" + s.cmbFigures.at(propIndex), "");
-            if (rest.size() == scan.size())
-                scan.erase(propAt - 1, 6); // the stripped line isn't in the text as it stands
-            else
-                scan = rest;
-            ++propIndex;
+            Fail(ErrInvalidCall);
         }
     }
     step = 44;
@@ -390,12 +422,21 @@ void OpenRun::ReadWholeFile() {
     text.resize(static_cast<size_t>(Left(text, static_cast<long long>(InStrRev(text, "}")) - 1).size()));
 
     step = 46;
+    // Each section is what lies behind the first place where its line begins a line, in
+    // the text as the sections before have left it: the place of each line is found once.
     const bool figureFirst = sections.size() > 1 && !s.cmbFigures.empty() && s.cmbFigures[0] == "figure";
+    std::vector<std::string> lines(sections.size());
+    for (size_t i = 0; i < sections.size() && i < s.cmbFigures.size(); ++i)
+        lines[i] = s.cmbFigures[i];
+    WorkLimit work(text.size());
+    const std::vector<size_t> firstAt = FirstLineStarts(text, lines, work);
+    size_t length = text.size();
     auto cutSection = [&](size_t i) {
-        const std::string line = i < s.cmbFigures.size() ? s.cmbFigures[i] : std::string();
-        const size_t at = InStr(text, "\n" + line);
-        sections[i] = text.substr(at);
-        text.resize(at);
+        size_t at = firstAt[i]; // the line feed in front of the line, counted from 1
+        if (at != 0 && at + lines[i].size() > length)
+            at = 0; // the first place lies behind what is left, so every other place does too
+        sections[i] = text.substr(at, length - at);
+        length = at;
     };
     for (size_t i = figureFirst ? 1 : 0; i < sections.size(); ++i)
         cutSection(i);
@@ -434,6 +475,12 @@ void OpenRun::FillFigures() {
     }
 
     step = 58;
+    // Names and map references of blocks that overlap repeat the same long lines; a file
+    // whose materials would hold far more text than itself is refused.
+    size_t textSize = text.size();
+    for (const std::string &section : sections)
+        textSize += section.size();
+    WorkLimit work(textSize);
     for (size_t i = 0; i < count; ++i) {
         if (i == 0 && !s.BatchMode && !ui.ProgressVisible())
             ui.ProgressShow("Please wait", "Loading materials...");
@@ -458,30 +505,32 @@ void OpenRun::FillFigures() {
             ui.DoEvents();
         }
 
-        // The piece is worked on by offsets: `from` is where it begins now.
+        // The piece is worked on by offsets: `from` is where it begins now. Blocks may
+        // overlap (a "material " inside a block); their lines are read once.
         const std::string lowered = LCase(piece);
+        MaterialScan blocks(s, piece, work);
+        NextOf lineEnds(piece, kLf), closes(piece, '}');
         size_t from = 0;
         int index = 0;
         while (true) {
             const size_t at = lowered.find("material ", from);
             if (at == std::string::npos)
                 break;
-            const size_t lineEnd = piece.find(kLf, at);
+            const size_t lineEnd = lineEnds.At(at);
             if (lineEnd == std::string::npos)
                 Fail(ErrInvalidCall);
             if (index > 0)
                 figure.Materials.emplace_back();
             Material &material = figure.Materials[static_cast<size_t>(index)];
+            work.Spend(lineEnd - at + 16);
             material.Name = StripControls(std::string_view(piece).substr(at, lineEnd - at).substr(9));
             if (!s.BatchMode) {
                 ui.ProgressStatus(material.Name + "...");
                 ui.DoEvents();
             }
-            const size_t close = piece.find('}', from);
-            const std::string_view block = close == std::string::npos
-                                               ? std::string_view()
-                                               : std::string_view(piece).substr(from, close - from + 1);
-            ParseMaterial(s, block, static_cast<int>(i), index);
+            const size_t close = closes.At(from);
+            // Without a "}" behind it the block is empty.
+            blocks.Parse(from, close == std::string::npos ? from : close + 1, static_cast<int>(i), index);
             const size_t next = lowered.find("material ", at + 8);
             if (next != std::string::npos)
                 from = next;

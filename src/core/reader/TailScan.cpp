@@ -5,6 +5,8 @@
 #include "core/platform/Interaction.h"
 #include "core/platform/Paths.h"
 #include "core/reader/OpenFile.h"
+#include "core/reader/PropLines.h"
+#include "core/reader/TextIndex.h"
 
 #include <algorithm>
 #include <optional>
@@ -178,22 +180,15 @@ void ScanProps(Session &session, const Source &source, int &step) {
         AddFigureLine(session, "figure");
     step = 25;
     // Props enter the list from the last to the first.
-    while (true) {
-        const size_t propAt = InStrRev(text, "\nprop ");
-        if (propAt == 0)
-            break;
-        const long long end = static_cast<long long>(InStr(text, "\n", propAt + 1));
-        const long long from = static_cast<long long>(propAt) + 1;
-        const std::string line = StripControls(Mid(text, from, end - from));
-        AddFigureLine(session, line);
-        const std::string rest = Replace(text, line, "");
-        if (rest.size() == text.size()) {
-            // The stripped line no longer stands in the text (a tab inside it): drop the raw line.
-            text.erase(static_cast<size_t>(from) - 1, static_cast<size_t>(end - from));
-        } else {
-            text = rest;
-        }
-    }
+    WorkLimit work(text.size());
+    const PropLineScan props = HeadPropLines(text, work);
+    // Each line goes in front of the first "actor " row, behind the one before.
+    auto &rows = session.cmbFigures;
+    const auto firstActor =
+        std::find_if(rows.begin(), rows.end(), [](const std::string &row) { return StartsWith(row, "actor "); });
+    rows.insert(firstActor, props.Lines.begin(), props.Lines.end());
+    if (props.Failed)
+        Fail(ErrInvalidCall); // the last prop line has no line end behind it
     step = 26;
     if (progress)
         ui.ProgressClose();
@@ -251,20 +246,33 @@ void CutMaterialText(Session &session, const Source &source, std::string &text, 
     sections[0] = CrToLf(source.All());
     const std::string_view whole = sections[0];
     step = 53;
+    // Every search of this step looks at the same whole text: the places of the owners'
+    // lines and of the words are found once.
+    std::vector<std::string> lines(sections.size());
+    for (size_t i = 1; i < sections.size() && i < session.cmbFigures.size(); ++i)
+        lines[i] = session.cmbFigures[i];
+    WorkLimit work(whole.size());
+    const std::vector<size_t> lastLf = LastLineEnds(whole, lines, "\n", work);
+    const std::vector<size_t> lastBlankLf = LastLineEnds(whole, lines, " \n", work);
+    const Occurrences materials(whole, "material "), figureTypes(whole, "figureType"),
+        displayModes(whole, "displayMode"), closes(whole, "}");
     for (size_t i = 1; i < sections.size(); ++i) {
-        const std::string_view endKey = i == 1 ? "figureType" : "displayMode";
-        const std::string line = i < session.cmbFigures.size() ? session.cmbFigures[i] : std::string();
-        size_t ownerAt = InStrRev(whole, line + "\n");
+        const Occurrences &endKeys = i == 1 ? figureTypes : displayModes;
+        const std::string &line = lines[i];
+        const size_t ownerAt = lastLf[i] != 0 ? lastLf[i] : lastBlankLf[i];
         if (ownerAt == 0)
-            ownerAt = InStrRev(whole, line + " \n");
-        const size_t materialFrom = InStr(whole, "material ", ownerAt);
-        const size_t endKeyAt = InStr(whole, endKey, ownerAt);
+            Fail(ErrInvalidCall); // a search can't start at position 0
+        const size_t materialFrom = materials.NextAt(ownerAt);
+        const size_t endKeyAt = endKeys.NextAt(ownerAt);
         if (endKeyAt == 1)
             Fail(ErrInvalidCall);
-        const size_t lastAt = InStrRev(whole, "material ", endKeyAt == 0 ? 0 : endKeyAt - 1);
-        const long long closeAt = static_cast<long long>(InStr(whole, "}", lastAt));
+        const size_t lastAt = endKeyAt == 0 ? materials.LastWithin(whole.size()) : materials.LastWithin(endKeyAt - 1);
+        if (lastAt == 0)
+            Fail(ErrInvalidCall);
+        const long long closeAt = static_cast<long long>(closes.NextAt(lastAt));
         const std::string_view part =
             Mid(whole, static_cast<long long>(materialFrom), closeAt - static_cast<long long>(materialFrom) + 1);
+        work.Spend(line.size() + part.size());
         sections[i] = CrToLf(line + "\n\t{\n\t" + std::string(part) + "\n\t}");
         if (progress) {
             ui.ProgressValue(static_cast<int>(i));

@@ -3,6 +3,8 @@
 #include "core/model/Numbers.h"
 #include "core/model/Text.h"
 
+#include <string_view>
+#include <unordered_map>
 #include <unordered_set>
 
 namespace gelvane {
@@ -43,6 +45,10 @@ void ComputeFileStatistics(Session &session) {
         }
     }
 
+    // The last owner of each name, as a search from the end finds it.
+    std::unordered_map<std::string_view, size_t> lastOwner;
+    for (size_t i = 0; i < session.Figures.size(); ++i)
+        lastOwner[session.Figures[i].Name] = i;
     for (const Actor &actor : session.Actors) {
         ActorStat &stat = stats.ActorStats.emplace_back();
         stat.Name = actor.Name;
@@ -58,12 +64,8 @@ void ComputeFileStatistics(Session &session) {
             else
                 ++stat.PoseChannels;
         }
-        for (auto it = session.Figures.rbegin(); it != session.Figures.rend(); ++it) {
-            if (it->Name == actor.Name) {
-                stat.Materials = MaterialCount(*it);
-                break;
-            }
-        }
+        if (const auto owner = lastOwner.find(actor.Name); owner != lastOwner.end())
+            stat.Materials = MaterialCount(session.Figures[owner->second]);
     }
 
     const auto &rows = session.cmbFigures;

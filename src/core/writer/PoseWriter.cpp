@@ -132,8 +132,11 @@ void WriteActors(Session &session, int firstActorEntry, LineWriter &out) {
     if (firstActorEntry >= 0)
         for (size_t i = static_cast<size_t>(firstActorEntry); i < session.Figures.size(); ++i)
             figuresByName[session.Figures[i].Name].push_back(static_cast<int>(i));
+    // An actor without a name is the empty element of a load that found none: a block
+    // with a blank name would not read back.
     for (Actor &actor : session.Actors)
-        WriteActor(session, actor, figuresByName, out);
+        if (!actor.Name.empty())
+            WriteActor(session, actor, figuresByName, out);
 }
 
 // The prop section: the owners in front of the first actor entry, as one closing section.

@@ -4,6 +4,8 @@
 #include "core/model/Text.h"
 #include "core/platform/Failure.h"
 
+#include <vector>
+
 namespace gelvane {
 namespace {
 
@@ -65,15 +67,51 @@ double StrictNumber(std::string_view text) {
     return NumberValue(text);
 }
 
+namespace {
+
+// Colours are written thousands of times over from 256 values: each text is made once.
+void AppendChannel(std::string &out, int16_t channel) {
+    static const std::vector<std::string> kTexts = [] {
+        std::vector<std::string> texts;
+        for (int c = 0; c < 256; ++c)
+            texts.push_back(NumberText(RoundPlaces(c / 255.0, 6)));
+        return texts;
+    }();
+    if (channel >= 0 && channel < 256)
+        out += kTexts[static_cast<size_t>(channel)];
+    else
+        out += NumberText(RoundPlaces(channel / 255.0, 6));
+}
+
+} // namespace
+
 std::string ChannelText(int16_t channel) {
-    return NumberText(RoundPlaces(channel / 255.0, 6));
+    std::string out;
+    AppendChannel(out, channel);
+    return out;
 }
 
 std::string ColourText(const Rgb &colour) {
-    return ChannelText(colour.Red) + ' ' + ChannelText(colour.Green) + ' ' + ChannelText(colour.Blue);
+    std::string out;
+    out.reserve(32);
+    AppendChannel(out, colour.Red);
+    out += ' ';
+    AppendChannel(out, colour.Green);
+    out += ' ';
+    AppendChannel(out, colour.Blue);
+    return out;
 }
 
 std::string PercentText(double percent) {
+    // Most percentages are whole numbers of the model's range: each text is made once.
+    static const std::vector<std::string> kWhole = [] {
+        std::vector<std::string> texts;
+        for (int p = -1000; p <= 1000; ++p)
+            texts.push_back(NumberText(RoundPlaces(p / 100.0, 6)));
+        return texts;
+    }();
+    if (percent >= -1000 && percent <= 1000 && percent == static_cast<int>(percent))
+        return kWhole[static_cast<size_t>(static_cast<int>(percent) + 1000)];
     return NumberText(RoundPlaces(percent / 100.0, 6));
 }
 

@@ -3,6 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <random>
+
 using namespace gelvane;
 
 TEST(NumberValue, ReadsLongestPrefixLikeBasicVal) {
@@ -40,6 +45,24 @@ TEST(NumberText, GeneralFormWithPoint) {
     EXPECT_EQ(NumberText(0.6f), "0.6");
     EXPECT_EQ(NumberText(4.01), "4.01");
     EXPECT_EQ(NumberTextOfText("4,01"), "4.01");
+}
+
+TEST(NumberText, SameDigitsAsPrintfAndBackAsStrtod) {
+    std::mt19937_64 rng(5);
+    std::uniform_real_distribution<double> mantissa(-10, 10);
+    std::uniform_int_distribution<int> exponent(-30, 30);
+    for (int i = 0; i < 20000; ++i) {
+        // Half of them with few digits, as the writers' rounded values have.
+        const double raw = mantissa(rng) * std::pow(10.0, exponent(rng));
+        const double value = i % 2 ? raw : RoundPlaces(raw, static_cast<int>(rng() % 9));
+        char expected[64];
+        std::snprintf(expected, sizeof expected, "%.*G", 15, value);
+        ASSERT_EQ(NumberText(value), value == 0 ? "0" : expected) << value; // no "-0"
+        std::snprintf(expected, sizeof expected, "%.*G", 7, static_cast<double>(static_cast<float>(value)));
+        ASSERT_EQ(NumberText(static_cast<float>(value)), value == 0 ? "0" : expected) << value;
+        std::snprintf(expected, sizeof expected, "%.*g", static_cast<int>(rng() % 19), value);
+        ASSERT_EQ(NumberValue(expected), std::strtod(expected, nullptr)) << expected;
+    }
 }
 
 TEST(Rounding, TiesGoToEven) {

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+
 using namespace gelvane;
 
 TEST(Text, SearchesAreOneBased) {
@@ -14,6 +16,26 @@ TEST(Text, SearchesAreOneBased) {
     EXPECT_EQ(InStrRev("abcabc", "bc"), 5u);
     EXPECT_EQ(InStrRev("abcabc", "bc", 5), 2u);
     EXPECT_EQ(InStrNoCase("xMaterial y", "material "), 2u);
+}
+
+TEST(Text, SearchesMatchTheirPlainForms) {
+    // Texts with the needle's first letter everywhere, so that the backward search gives up
+    // and searches forward.
+    std::mt19937 rng(3);
+    const char letters[] = "aab\n";
+    for (int round = 0; round < 4000; ++round) {
+        std::string text(rng() % 200, ' '), find(1 + rng() % 3, ' ');
+        for (char &c : text)
+            c = letters[rng() % 4];
+        for (char &c : find)
+            c = letters[rng() % 4];
+        const size_t start = rng() % (text.size() + 2);
+        const size_t forward = text.find(find, start == 0 ? 0 : start - 1);
+        ASSERT_EQ(InStr(text, find, start == 0 ? 1 : start), forward == std::string::npos ? 0 : forward + 1);
+        const size_t within = start == 0 || start > text.size() ? text.size() : start;
+        const size_t backward = within < find.size() ? std::string::npos : text.substr(0, within).rfind(find);
+        ASSERT_EQ(InStrRev(text, find, start), backward == std::string::npos ? 0 : backward + 1) << text;
+    }
 }
 
 TEST(Text, MidAndLeftFailOnBadArguments) {

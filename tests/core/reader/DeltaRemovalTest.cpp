@@ -3,9 +3,11 @@
 #include "core/model/Settings.h"
 #include "core/model/Text.h"
 #include "support/ScriptedInteraction.h"
+#include "support/TestHome.h"
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <random>
 
 namespace gelvane {
@@ -58,6 +60,28 @@ TEST(DeltaRemoval, LinearFormsMatchTheLiteralSteps) {
     }
 }
 
+TEST(DeltaRemoval, ReadingInBlocksGivesThePiecewiseCut) {
+    static const char *const parts[] = {"deltas", "deltas ", "deltas\n", "deltas\r", "deltas \r\n", "del", "tas\n", " ",
+                                        "\n",     "\r",      "}",        "{",        "d 1\n",       "x",   "l"};
+    Settings settings;
+    test::ScriptedInteraction ui;
+    test::TestHome home;
+    std::mt19937 rng(31);
+    for (int round = 0; round < 400; ++round) {
+        std::string text;
+        for (int n = static_cast<int>(rng() % 30); n > 0; --n)
+            text += parts[rng() % std::size(parts)];
+        const std::string path = home.write("figure.cr2", text);
+        Session session(settings, ui);
+        session.BatchMode = true;
+        std::string expected = text, read;
+        RemoveDeltas(session, expected, 0);
+        // Blocks of a few characters, so that words and line ends are cut at every place.
+        ASSERT_TRUE(ReadFileWithoutDeltas(session, path, read, 0, 1 + rng() % 9));
+        ASSERT_EQ(read, expected) << text;
+    }
+}
+
 TEST(DeltaRemoval, MorphTargetLosesItsNumbersOnly) {
     const std::string dos = "numbDeltas 2\r\ndeltas \r\n{\r\nd 0 1 2 3\r\n}\r\n}\r\nvalueParm deltasX\r\ndeltas  \r\n}";
     std::string oneRun = dos, pieces = dos;
@@ -76,24 +100,40 @@ TEST(DeltaRemoval, MorphTargetLosesItsNumbersOnly) {
 }
 
 TEST(DeltaRemoval, YieldsBetweenPiecesAndCancels) {
-    Settings settings;
-    test::ScriptedInteraction ui;
-    Session session(settings, ui);
     std::string text = "{\r\nversion\r\n}\r\n";
     for (int i = 0; i < 50; ++i)
         text += "targetGeom t" + std::to_string(i) + "\r\n{\r\ndeltas\r\n{\r\nd 0 1 1 1\r\n}\r\n}\r\n";
-    std::string plain = text, cancelled = text;
+    std::string plain = text;
     RemoveDeltasPieces(plain);
+    test::TestHome home;
+    const std::string path = home.write("figure.cr2", text);
 
-    ui.ProgressShow("Please wait", "Reading data...", 6);
-    EXPECT_TRUE(RemoveDeltas(session, text, 0));
-    EXPECT_EQ(text, plain);
-    EXPECT_EQ(ui.doEventsCount(), 50); // one yield in front of each piece behind the head
+    // The text in memory, and the file read in blocks.
+    const std::function<bool(Session &, std::string &)> forms[] = {
+        [&](Session &session, std::string &out) {
+            out = text;
+            return RemoveDeltas(session, out, 0);
+        },
+        [&](Session &session, std::string &out) { return ReadFileWithoutDeltas(session, path, out, 0); },
+    };
+    for (const auto &form : forms) {
+        Settings settings;
+        test::ScriptedInteraction ui;
+        Session session(settings, ui);
+        ui.ProgressShow("Please wait", "Reading data...", 6);
+        std::string out;
+        EXPECT_TRUE(form(session, out));
+        EXPECT_EQ(out, plain);
+        EXPECT_EQ(ui.doEventsCount(), 50); // one yield in front of each piece behind the head
 
-    ui.cancelAtDoEvents(53);
-    EXPECT_FALSE(RemoveDeltas(session, cancelled, 0));
-    EXPECT_EQ(cancelled, "cancel");
+        ui.cancelAtDoEvents(53);
+        EXPECT_FALSE(form(session, out));
+        EXPECT_EQ(out, "cancel");
+    }
 
+    Settings settings;
+    test::ScriptedInteraction ui;
+    Session session(settings, ui);
     session.SecondsClock = [] { return 1125; };
     EXPECT_EQ(ElapsedText(session, 1000), "Elapsed time: 2 min, 5 sec");
 }
