@@ -1,6 +1,7 @@
 #include "core/app/MainWindowState.h"
 
 #include "core/app/SaveCommands.h"
+#include "core/model/CommandText.h"
 #include "core/model/Numbers.h"
 #include "core/model/Session.h"
 #include "core/model/Text.h"
@@ -79,9 +80,7 @@ bool NeedsSaveQuestion(const Session &session) {
 }
 
 bool CloseSavesUnderSameName(const Session &session) {
-    const std::string extension = LCase(Right(session.FileName, 4));
-    return extension == ".pz2" || extension == ".cm2" || extension == ".fc2" || extension == ".lt2" ||
-           extension == ".hd2";
+    return HasPoseLikeExtension(session.FileName);
 }
 
 bool BatchConvertMayStart(Session &session) {

@@ -33,6 +33,11 @@ inline constexpr int kOfnOverwritePrompt = 0x2;
 inline constexpr int kOfnHideReadOnly = 0x4;
 inline constexpr int kOfnPathMustExist = 0x800;
 inline constexpr int kOfnFileMustExist = 0x1000;
+// Several files may be chosen. The answer is then one text: with one file its full path,
+// with more the folder, then each file name, all separated by the character 0.
+inline constexpr int kOfnAllowMultiSelect = 0x200;
+inline constexpr int kOfnExplorer = 0x80000;
+inline constexpr int kOfnLongNames = 0x200000;
 // Open: the file and its folder must exist, no read-only box.
 inline constexpr int kOpenDialogFlags = kOfnFileMustExist | kOfnPathMustExist | kOfnHideReadOnly;
 // Save: ask before overwriting, the folder must exist, no read-only box.
