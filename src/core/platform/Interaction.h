@@ -102,7 +102,12 @@ public:
     void ProgressClose() override;
     bool ProgressVisible() const override { return m_visible; }
     void DoEvents() override {}
-    bool ProgressCancelling() const override { return m_status == kCancelling; }
+    // True on "Cancelling..." and, once CatchInterrupt ran, after a Ctrl-C.
+    bool ProgressCancelling() const override;
+
+    // From now on the first Ctrl-C asks the running work to stop at its next test, as Esc
+    // does in the progress window; a second one ends the process at once.
+    static void CatchInterrupt();
 
 private:
     bool m_visible = false;
