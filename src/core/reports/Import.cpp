@@ -181,7 +181,7 @@ void RemoveReplacedBody(Session &s) {
     AddActorRows(s);
 }
 
-void ImportThroughFigureWindow(Session &s, const ShowFigureWindow &showFigure, bool body) {
+void ImportThroughFigureWindow(Session &s, const FigureWindowOpener &showFigure, bool body) {
     bool replace = false;
     if (body && !ConfirmBodyReplacement(s, replace))
         return;
@@ -237,7 +237,7 @@ void ImportMaterials(Session &session, int kind, bool multiFigure) {
     FinishMaterialImport(session, before, saved);
 }
 
-void ImportFigureMaterials(Session &session, const ShowFigureWindow &showFigure) {
+void ImportFigureMaterials(Session &session, const FigureWindowOpener &showFigure) {
     const OpenFileState before(session);
     session.PoserFileKind = KindCR2;
     session.ImportMode = true;
@@ -259,11 +259,11 @@ void ImportFigureMaterials(Session &session, const ShowFigureWindow &showFigure)
     FinishMaterialImport(session, before, saved);
 }
 
-void ImportFigureChannels(Session &session, const ShowFigureWindow &showFigure) {
+void ImportFigureChannels(Session &session, const FigureWindowOpener &showFigure) {
     ImportThroughFigureWindow(session, showFigure, false);
 }
 
-void ImportFigureBody(Session &session, const ShowFigureWindow &showFigure) {
+void ImportFigureBody(Session &session, const FigureWindowOpener &showFigure) {
     ImportThroughFigureWindow(session, showFigure, true);
 }
 
@@ -292,7 +292,7 @@ void ImportChannels(Session &session, int kind, bool keepActors) {
     LoadOrRestore(session, before, [&] { LoadMorphPoseData(session, false, true, {}, keepActors); });
 }
 
-void RunImport(Session &session, const ImportChoice &choice, const ShowFigureWindow &showFigure) {
+void RunImport(Session &session, const ImportChoice &choice, const FigureWindowOpener &showFigure) {
     if (choice.optFileType < 0 || choice.optFileType >= kImportFileTypes)
         return;
     const FileType &type = kFileTypes[choice.optFileType];

@@ -11,7 +11,7 @@ class Session;
 
 // Shows frmFigure over the character file in session.DialogFileName; its OK reads the
 // chosen figure as the selection flags (SkipMaterials, SkipChannels, SingleActorLoad) say.
-using ShowFigureWindow = std::function<void(Session &)>;
+using FigureWindowOpener = std::function<void(Session &)>;
 
 inline constexpr int kImportFileTypes = 10;
 inline constexpr const char *kReplaceBodyQuestion = "Do you want to replace the existing BODY actor?";
@@ -31,7 +31,7 @@ bool chkBodyEnabled(const ImportChoice &choice);
 void ApplyImportRules(ImportChoice &choice);
 
 // cmdImport, once the window is gone: the procedure of the file type table for the data type.
-void RunImport(Session &session, const ImportChoice &choice, const ShowFigureWindow &showFigure);
+void RunImport(Session &session, const ImportChoice &choice, const FigureWindowOpener &showFigure);
 
 // Exact comparisons; the scan stops at the first hit.
 bool ActorExists(const Session &session, std::string_view name);
@@ -40,9 +40,9 @@ bool FigureExists(const Session &session, std::string_view name);
 // The five procedures. ImportMaterials reads the owners of a file of `kind` (0 CR2 ...
 // 7 LT2) in front of the open file's, `multiFigure` with the props of a character.
 void ImportMaterials(Session &session, int kind, bool multiFigure = false);
-void ImportFigureMaterials(Session &session, const ShowFigureWindow &showFigure);
-void ImportFigureChannels(Session &session, const ShowFigureWindow &showFigure);
-void ImportFigureBody(Session &session, const ShowFigureWindow &showFigure);
+void ImportFigureMaterials(Session &session, const FigureWindowOpener &showFigure);
+void ImportFigureChannels(Session &session, const FigureWindowOpener &showFigure);
+void ImportFigureBody(Session &session, const FigureWindowOpener &showFigure);
 void ImportBodyActor(Session &session);
 // The channels of a file of `kind`: replacing Actors, or appending with `keepActors`.
 void ImportChannels(Session &session, int kind, bool keepActors);

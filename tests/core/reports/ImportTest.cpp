@@ -30,7 +30,7 @@ protected:
     ScriptedInteraction ui;
     Session session{settings, ui};
     // frmFigure over a file of one figure: it takes that figure without asking.
-    ShowFigureWindow figureWindow = [](Session &s) { RunFigureSelection(s, nullptr); };
+    FigureWindowOpener figureWindow = [](Session &s) { RunFigureSelection(s, nullptr); };
 
     std::string Data(const std::string &name) { return home.write(name, ReadTestData("import/" + name)); }
     // Opens import/open.pz2: BODY:1 and hip:1 with channels, hip:1 owning a custom material.
@@ -101,15 +101,15 @@ TEST_F(Import, ACancelOrAFailedReadChangesNothing) {
         const char *file; // nothing: the dialog is cancelled
     } cases[] = {
         {{0, 0, false}, nullptr},     {{0, 7, false}, nullptr},    {{1, 0, false}, nullptr},
-        {{1, 9, false}, nullptr},     {{1, 6, false}, nullptr},     {{0, 0, false}, "broken.pz2"},
+        {{1, 9, false}, nullptr},     {{1, 6, false}, nullptr},    {{0, 0, false}, "broken.pz2"},
         {{1, 1, false}, "props.pz2"}, {{0, 4, false}, "wave.pz2"},
     };
     home.write("broken.pz2", ReadTestData("cmdline/no-closing-brace.pz2"));
     for (const auto &c : cases) {
         SCOPED_TRACE(std::string(FileTypeCaption(c.choice.optFileType)) + " " + (c.file ? c.file : "cancelled"));
-        ui.nextFile(c.file ? std::optional<std::string>(c.file == std::string("broken.pz2") ? home.file(c.file)
-                                                                                           : Data(c.file))
-                           : std::nullopt);
+        ui.nextFile(
+            c.file ? std::optional<std::string>(c.file == std::string("broken.pz2") ? home.file(c.file) : Data(c.file))
+                   : std::nullopt);
         RunImport(session, c.choice, figureWindow);
         EXPECT_EQ(session.Figures, figures);
         EXPECT_EQ(session.Actors, actors);
