@@ -1,10 +1,16 @@
 // The command line's options, and "--batch" run as a script runs it.
+#include "core/app/BatchCommand.h"
 #include "core/app/CommandOptions.h"
+#include "core/model/Session.h"
+#include "core/model/Settings.h"
+#include "core/reports/BatchConverter.h"
 #include "support/RunProgram.h"
+#include "support/ScriptedInteraction.h"
 #include "support/TestHome.h"
 
 #include <gtest/gtest.h>
 
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -56,6 +62,25 @@ TEST(CommandOptions, ModesTheirOptionsAndTheMistakes) {
         EXPECT_EQ(options.Error.empty(), *c.error == '\0');
     }
     EXPECT_EQ(Parse({"-s", "/a b.pz2"}).Text, "-s /a b.pz2");
+}
+
+TEST(BatchCommand, AnInterruptStopsBetweenTwoFiles) {
+    TestHome home;
+    Settings settings;
+    test::ScriptedInteraction ui;
+    Session session(settings, ui);
+    const Args files = {home.write("a.pz2", ReadTestData("batch/skin-p4.pz2")),
+                        home.write("b.pz2", ReadTestData("batch/skin-p4.pz2")),
+                        home.write("c.pz2", ReadTestData("batch/skin-p4.pz2"))};
+    ui.cancelAtDoEvents(2); // Ctrl-C while the first file converts
+    std::ostringstream out;
+    const BatchTotals totals = RunBatchFiles(session, files, kConvertIntoP5, out);
+    EXPECT_EQ(out.str(), "converted  " + files[0] + "\n");
+    EXPECT_TRUE(totals.Interrupted);
+    EXPECT_EQ(totals.Converted, 1);
+    EXPECT_EQ(totals.NotDone, 2);
+    EXPECT_EQ(home.read("b.pz2"), ReadTestData("batch/skin-p4.pz2"));
+    EXPECT_FALSE(session.BatchMode);
 }
 
 #ifdef GELVANE_EXECUTABLE
