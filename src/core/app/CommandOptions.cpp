@@ -2,9 +2,12 @@
 
 #include "core/app/BatchCommand.h"
 #include "core/app/CommandLine.h"
+#include "core/app/ReportCommands.h"
 #include "core/model/CommandText.h"
 #include "core/model/Text.h"
 
+#include <algorithm>
+#include <bit>
 #include <iostream>
 #include <string_view>
 
@@ -19,15 +22,23 @@ namespace {
 using Setter = bool (*)(CommandOptions &, std::string_view value); // false: the value is refused
 using Runner = int (*)(const CommandOptions &);
 
+constexpr unsigned Bit(RunMode mode) {
+    return 1u << static_cast<unsigned>(mode);
+}
+constexpr unsigned kFileModes = Bit(RunMode::Info) | Bit(RunMode::Report) | Bit(RunMode::Mtl);
+// Operands of a mode that takes a list of them.
+constexpr int kOneOrMore = -1;
+
 // One option. A mode option chooses how the program runs (and takes the operands);
-// the others modify the mode they name.
+// the others modify the modes they name.
 struct OptionRow {
     std::string_view Name;
-    RunMode Mode;
+    unsigned Modes; // a mode option: its own mode; any other: the modes it goes with
     bool SelectsMode;
     std::string_view Value;    // the placeholder of its value, empty when it takes none
-    std::string_view Operands; // of a mode: what follows its options, empty when nothing may
-    std::string_view Help;
+    std::string_view Operands; // of a mode: what follows its options
+    int OperandCount;          // of a mode: exactly this many, or kOneOrMore
+    std::string_view Help;     // one line
     Setter Set;
     Runner Run;
 };
@@ -47,27 +58,58 @@ int RunVersion(const CommandOptions &) {
 }
 
 constexpr OptionRow kOptions[] = {
-    {"--batch", RunMode::Batch, true, "", "FILE|FOLDER...",
-     "converts pose files in place without a window; a folder gives every .pz2 .cm2 .fc2\n"
-     ".hd2 and .lt2 file in it and in its subfolders. One line a file, then a summary;\n"
-     "Ctrl-C stops between two files. The status is 0 only when every file converted.",
-     nullptr, RunBatchCommand},
-    {"--to", RunMode::Batch, false, "p4|p5", "", "the format: Poser 4 / Pro Pack or Poser 5 (p5 unless given)",
+    {"--batch", Bit(RunMode::Batch), true, "", "FILE|FOLDER...", kOneOrMore,
+     "converts pose files in place; a folder gives its .pz2 .cm2 .fc2 .hd2 .lt2 files, subfolders too", nullptr,
+     RunBatchCommand},
+    {"--to", Bit(RunMode::Batch), false, "p4|p5", "", 0, "the format: Poser 4 / Pro Pack or Poser 5 (p5 unless given)",
      [](CommandOptions &o, std::string_view value) {
          const std::string lowered = LCase(value);
          o.ToP4 = lowered == "p4";
          return lowered == "p4" || lowered == "p5";
      },
      nullptr},
-    {"--copy", RunMode::Batch, false, "", "", "writes a copy beside each file, NAME_P5.EXT or NAME_P4.EXT, instead",
+    {"--copy", Bit(RunMode::Batch), false, "", "", 0,
+     "writes a copy beside each file, NAME_P5.EXT or NAME_P4.EXT, instead",
      [](CommandOptions &o, std::string_view) {
          o.Copy = true;
          return true;
      },
      nullptr},
-    {"--help", RunMode::Help, true, "", "", "shows this text", nullptr, RunHelp},
-    {"--version", RunMode::Version, true, "", "", "shows the program's version", nullptr, RunVersion},
+    {"--info", Bit(RunMode::Info), true, "", "FILE", 1, "prints the labels of the File Information window, one a line",
+     nullptr, RunInfoCommand},
+    {"--json", Bit(RunMode::Info), false, "", "", 0, "prints the file information as one JSON object instead",
+     [](CommandOptions &o, std::string_view) {
+         o.Json = true;
+         return true;
+     },
+     nullptr},
+    {"--report", Bit(RunMode::Report), true, "", "FILE OUT.html", 2,
+     "writes the HTML report of FILE, and its pictures to the folder OUT_Images beside it", nullptr, RunReportCommand},
+    {"--mtl", Bit(RunMode::Mtl), true, "", "FILE OUT.mtl", 2,
+     "writes the materials of FILE as a Wavefront material library", nullptr, RunMtlCommand},
+    {"--channels", kFileModes, false, "", "", 0, "loads the morphs and poses of a .cr2, .pp2 or .hr2 file too",
+     [](CommandOptions &o, std::string_view) {
+         o.Channels = true;
+         return true;
+     },
+     nullptr},
+    {"--figure", kFileModes, false, "NAME", "", 0, "takes the figure NAME of a file with several (else the first)",
+     [](CommandOptions &o, std::string_view value) {
+         o.Figure = std::string(value);
+         return !value.empty();
+     },
+     nullptr},
+    {"--help", Bit(RunMode::Help), true, "", "", 0, "shows this text", nullptr, RunHelp},
+    {"--version", Bit(RunMode::Version), true, "", "", 0, "shows the program's version", nullptr, RunVersion},
 };
+
+// What the one-line help of each option leaves out.
+constexpr const char *kHelpNotes =
+    "--info, --report and --mtl open FILE as its Open command does, without a window and without a\n"
+    "question (--channels answers the one about morphs and poses): map references stay as the file has\n"
+    "them, and nothing is written over FILE. A failure goes to standard error and the status is not 0.\n"
+    "-s follows Settings.ini for format and line ends. --batch prints one line a file, then a summary;\n"
+    "Ctrl-C stops between two files; its status is 0 only when every file converted.\n";
 
 const OptionRow *FindOption(std::string_view name) {
     for (const OptionRow &row : kOptions)
@@ -78,25 +120,34 @@ const OptionRow *FindOption(std::string_view name) {
 
 const OptionRow &ModeRow(RunMode mode) {
     for (const OptionRow &row : kOptions)
-        if (row.SelectsMode && row.Mode == mode)
+        if (row.SelectsMode && row.Modes == Bit(mode))
             return row;
     return kOptions[0];
+}
+
+// "--a", "--a or --b", "--a, --b or --c": the modes an option goes with.
+std::string ModeNames(unsigned modes) {
+    std::vector<std::string_view> names;
+    for (const OptionRow &row : kOptions)
+        if (row.SelectsMode && (row.Modes & modes))
+            names.push_back(row.Name);
+    std::string text;
+    for (size_t i = 0; i < names.size(); ++i) {
+        if (i > 0)
+            text += i + 1 == names.size() ? " or " : ", ";
+        text += names[i];
+    }
+    return text;
+}
+
+std::string Head(const OptionRow &row) {
+    return std::string(row.Name) + (row.Value.empty() ? "" : " " + std::string(row.Value));
 }
 
 CommandOptions Refused(CommandOptions options, std::string error) {
     options.Mode = RunMode::Help;
     options.Error = std::move(error);
     return options;
-}
-
-std::string Indented(std::string_view text, std::string_view indent) {
-    std::string out(indent);
-    for (char c : text) {
-        out += c;
-        if (c == '\n')
-            out += indent;
-    }
-    return out + '\n';
 }
 
 } // namespace
@@ -152,46 +203,53 @@ CommandOptions ParseCommandLine(int argc, char **argv) {
         used.push_back(row);
     }
     if (!mode && !used.empty())
-        return Refused(options,
-                       std::string(used.front()->Name) + " goes with " + std::string(ModeRow(used.front()->Mode).Name));
+        return Refused(options, std::string(used.front()->Name) + " goes with " + ModeNames(used.front()->Modes));
     if (!mode)
         return Refused(options, "no option names what to do");
     for (const OptionRow *row : used)
-        if (row->Mode != mode->Mode)
-            return Refused(options, std::string(row->Name) + " goes with " + std::string(ModeRow(row->Mode).Name));
-    if (mode->Operands.empty() && !options.Paths.empty())
-        return Refused(options, std::string(mode->Name) + " takes no " + options.Paths.front());
-    if (!mode->Operands.empty() && options.Paths.empty())
+        if (!(row->Modes & mode->Modes))
+            return Refused(options, std::string(row->Name) + " goes with " + ModeNames(row->Modes));
+    const size_t given = options.Paths.size();
+    const size_t wanted = static_cast<size_t>(mode->OperandCount);
+    if (mode->OperandCount == kOneOrMore ? given == 0 : given < wanted)
         return Refused(options, std::string(mode->Name) + " needs " + std::string(mode->Operands));
-    options.Mode = mode->Mode;
+    if (mode->OperandCount != kOneOrMore && given > wanted)
+        return Refused(options, std::string(mode->Name) + " takes no " + options.Paths[wanted]);
+    options.Mode = static_cast<RunMode>(std::countr_zero(mode->Modes));
     return options;
 }
 
 std::string HelpText() {
     std::string text = "Usage:\n"
                        "  gelvane [FILE]\n"
-                       "      opens FILE (.cr2 .pz2 .pp2 .hr2 .cm2 .fc2 .hd2 .lt2) in the main window\n"
-                       "  gelvane -s FILE\n"
-                       "      writes the materials and channels of FILE as a MAT pose beside it, with the\n"
-                       "      extension .pz2, without a window; format and line ends follow Settings.ini\n";
+                       "  gelvane -s FILE\n";
     for (const OptionRow &row : kOptions) {
         if (!row.SelectsMode)
             continue;
-        std::string usage = "  gelvane " + std::string(row.Name);
-        std::string modifiers;
-        for (const OptionRow &other : kOptions) {
-            if (other.SelectsMode || other.Mode != row.Mode)
-                continue;
-            usage += " [" + std::string(other.Name) + (other.Value.empty() ? "" : " " + std::string(other.Value)) + "]";
-            std::string head = std::string(other.Name) + (other.Value.empty() ? "" : " " + std::string(other.Value));
-            head.resize(std::max<size_t>(head.size() + 2, 14), ' ');
-            modifiers += "      " + head + std::string(other.Help) + '\n';
-        }
+        text += "  gelvane " + std::string(row.Name);
+        for (const OptionRow &other : kOptions)
+            if (!other.SelectsMode && (other.Modes & row.Modes))
+                text += " [" + Head(other) + "]";
         if (!row.Operands.empty())
-            usage += " " + std::string(row.Operands);
-        text += usage + '\n' + Indented(row.Help, "      ") + modifiers;
+            text += " " + std::string(row.Operands);
+        text += '\n';
     }
-    return text;
+
+    std::vector<std::pair<std::string, std::string_view>> lines = {
+        {"FILE", "opens FILE (.cr2 .pz2 .pp2 .hr2 .cm2 .fc2 .hd2 .lt2) in the main window"},
+        {"-s FILE", "writes the materials and channels of FILE as a MAT pose beside it, extension .pz2"},
+    };
+    for (const OptionRow &row : kOptions)
+        lines.emplace_back(Head(row), row.Help);
+    size_t width = 0;
+    for (const auto &[head, help] : lines)
+        width = std::max(width, head.size() + 2);
+    text += '\n';
+    for (auto &[head, help] : lines) {
+        head.resize(width, ' ');
+        text += "  " + head + std::string(help) + '\n';
+    }
+    return text + '\n' + kHelpNotes;
 }
 
 std::string VersionText() {

@@ -8,7 +8,7 @@
 
 namespace gelvane {
 
-enum class RunMode { Window, Silent, Batch, Help, Version };
+enum class RunMode { Window, Silent, Batch, Info, Report, Mtl, Help, Version };
 
 struct CommandOptions {
     RunMode Mode = RunMode::Window;
@@ -16,6 +16,9 @@ struct CommandOptions {
     std::vector<std::string> Paths; // files and folders named behind the options
     bool ToP4 = false;              // --to p4
     bool Copy = false;              // --copy
+    bool Channels = false;          // --channels: Yes to the question about morphs and poses
+    bool Json = false;              // --json
+    std::string Figure;             // --figure NAME: the figure of a multi-figure file
     std::string Error;              // a usage error: the help follows it and the status is 2
 };
 
