@@ -1,21 +1,17 @@
-#include "core/app/CommandLine.h"
-#include "core/model/CommandText.h"
+#include "core/app/CommandOptions.h"
 
 #ifdef GELVANE_WITH_GUI
 #include "gui/GuiMain.h"
 #endif
 
-#include <iostream>
-
 int main(int argc, char **argv) {
-    const std::string commandText = gelvane::CommandTextOf(argc, argv);
-    // The silent conversion runs before any window system exists.
-    if (gelvane::IsSilentCommand(commandText))
-        return gelvane::RunSilentConversion(commandText);
+    const gelvane::CommandOptions options = gelvane::ParseCommandLine(argc, argv);
+    // Everything but the window runs before any window system exists.
+    if (options.Mode != gelvane::RunMode::Window)
+        return gelvane::RunWithoutWindow(options);
 #ifdef GELVANE_WITH_GUI
-    return gelvane::RunGui(argc, argv, commandText);
+    return gelvane::RunGui(argc, argv, options.Text);
 #else
-    std::cerr << "This build has no window; use -s PATH\n";
-    return 2;
+    return gelvane::RunWithoutWindow(options);
 #endif
 }

@@ -6,6 +6,7 @@
 
 #include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QGridLayout>
 #include <QVBoxLayout>
 
@@ -114,6 +115,8 @@ std::optional<std::string> ShowFileDialog(QWidget *parent, const FileDialogReque
     dialog.setAcceptMode(request.ForSave ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     if (request.ForSave)
         dialog.setFileMode(QFileDialog::AnyFile);
+    else if (request.Flags & kOfnAllowMultiSelect)
+        dialog.setFileMode(QFileDialog::ExistingFiles);
     else
         dialog.setFileMode((request.Flags & kOfnFileMustExist) ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
     dialog.setOption(QFileDialog::DontConfirmOverwrite, !(request.Flags & kOfnOverwritePrompt));
@@ -143,7 +146,14 @@ std::optional<std::string> ShowFileDialog(QWidget *parent, const FileDialogReque
         thumbnails.Clear(1);
     if (!accepted)
         return std::nullopt;
-    return Bytes(QDir::toNativeSeparators(dialog.selectedFiles().first()));
+    const QStringList files = dialog.selectedFiles();
+    if (files.size() == 1)
+        return Bytes(QDir::toNativeSeparators(files.first()));
+    // Several files: their folder, then each name, separated by the character 0.
+    std::string answer = Bytes(QDir::toNativeSeparators(QFileInfo(files.first()).absolutePath()));
+    for (const QString &file : files)
+        answer += '\0' + Bytes(QFileInfo(file).fileName());
+    return answer;
 }
 
 std::optional<std::string> ShowFolderDialog(QWidget *parent, const std::string &start, const std::string &title) {

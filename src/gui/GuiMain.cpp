@@ -8,8 +8,12 @@
 #include "gui/QtInteraction.h"
 #include "gui/app/SettingsWindow.h"
 #include "gui/materials/TemplatesWindow.h"
+#include "gui/reader/FigureWindow.h"
+#include "gui/reports/BatchConverterWindow.h"
+#include "gui/reports/ImportWindow.h"
 
 #include <QApplication>
+#include <QPointer>
 
 namespace gelvane {
 
@@ -35,6 +39,20 @@ int RunGui(int argc, char **argv, const std::string &commandText) {
     window.setWindowOpener("mnuPreferences", [&settings, &session](QWidget *owner) {
         SettingsWindow preferences(settings, session, owner);
         preferences.exec();
+    });
+    window.setWindowOpener("mnuImport", [&session, &window](QWidget *owner) {
+        ShowImportWindow(session, owner, [&window](Session &s) { ShowFigureWindow(s, &window); });
+    });
+    // The batch window is modeless: one at a time, redrawing the main window after a run.
+    QPointer<BatchConverterWindow> batch;
+    window.setWindowOpener("mnuBatchConvert", [&session, &window, &batch](QWidget *owner) {
+        if (!batch) {
+            batch = new BatchConverterWindow(session, owner);
+            QObject::connect(batch, &BatchConverterWindow::sessionChanged, &window, &MainWindow::refreshFromSession);
+        }
+        batch->show();
+        batch->raise();
+        batch->activateWindow();
     });
     window.show();
     settings = LoadSettings(ui, [] { return FindPoserFolders(DefaultPoserSearchPlaces()); });

@@ -66,6 +66,20 @@ FileStamp StampOf(const std::string &path) {
 
 } // namespace
 
+int CheckCommandFile(Interaction &ui, const std::string &path) {
+    if (FileKindOfCommand(path) < 0) {
+        ui.MessageBox("Unknown file kind (not .cr2 .pz2 .pp2 .hr2 .cm2 .fc2 .hd2 .lt2): " + path, kProgramTitle,
+                      MsgIcon::Exclamation, MsgButtons::OK);
+        return 2;
+    }
+    const std::string longPath = GetLongPath(path);
+    if (longPath.empty() || !FileExists(longPath)) {
+        ui.MessageBox("File not found: " + path, kProgramTitle, MsgIcon::Exclamation, MsgButtons::OK);
+        return 3;
+    }
+    return 0;
+}
+
 int RunSilentConversion(const std::string &commandText) {
     ConsoleInteraction ui;
     const Settings settings = LoadSettings(ui);
@@ -76,16 +90,9 @@ int RunSilentConversion(const std::string &commandText) {
 
     const int kind = FileKindOfCommand(commandText);
     const std::string path = CommandPath(commandText);
-    if (kind < 0) {
-        ui.MessageBox("Unknown file kind (not .cr2 .pz2 .pp2 .hr2 .cm2 .fc2 .hd2 .lt2): " + path, kProgramTitle,
-                      MsgIcon::Exclamation, MsgButtons::OK);
-        return 2;
-    }
+    if (const int status = CheckCommandFile(ui, path))
+        return status;
     const std::string longPath = GetLongPath(path);
-    if (longPath.empty() || !FileExists(longPath)) {
-        ui.MessageBox("File not found: " + path, kProgramTitle, MsgIcon::Exclamation, MsgButtons::OK);
-        return 3;
-    }
 
     // The writer keeps the on-disk spelling of an existing target, so "X.PZ2" is rewritten in place.
     const std::string output = SilentOutputPath(longPath);

@@ -2,6 +2,7 @@
 
 #include "core/app/SaveCommands.h"
 #include "core/channels/ChannelProperties.h"
+#include "core/model/CommandText.h"
 #include "core/model/Numbers.h"
 #include "core/model/Session.h"
 #include "core/model/Text.h"
@@ -80,9 +81,7 @@ bool NeedsSaveQuestion(const Session &session) {
 }
 
 bool CloseSavesUnderSameName(const Session &session) {
-    const std::string extension = LCase(Right(session.FileName, 4));
-    return extension == ".pz2" || extension == ".cm2" || extension == ".fc2" || extension == ".lt2" ||
-           extension == ".hd2";
+    return HasPoseLikeExtension(session.FileName);
 }
 
 bool BatchConvertMayStart(Session &session) {

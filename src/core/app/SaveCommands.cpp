@@ -5,7 +5,6 @@
 #include "core/platform/Interaction.h"
 #include "core/platform/Paths.h"
 #include "core/writer/MtlExport.h"
-#include "core/writer/OutputFile.h"
 #include "core/writer/PoseWriter.h"
 
 namespace gelvane {
@@ -74,15 +73,7 @@ SaveResult mnuExportMTL_Click(Session &session) {
     SaveResult result = SaveResult::Cancelled;
     if (chosen) {
         session.OutputPath = *chosen;
-        result = Quietly([&] {
-            OutputFile file(*chosen);
-            // Material libraries always use DOS line ends, whatever the pose option says.
-            LineWriter out("\r\n", file.file());
-            for (size_t i = 0; i < session.Figures.size(); ++i)
-                WriteMtlMaterials(session, static_cast<int>(i), out);
-            out.flush();
-            file.commit();
-        });
+        result = Quietly([&] { WriteMtlFile(session, *chosen); });
     }
     // A later Save writes to the pose file again.
     session.OutputPath = session.FileName;

@@ -1,5 +1,6 @@
 #include "core/model/CommandText.h"
 
+#include "core/model/Model.h"
 #include "core/model/Text.h"
 
 #include <array>
@@ -30,6 +31,14 @@ int FileKindOfExtension(std::string_view extension) {
 
 int FileKindOfCommand(std::string_view commandText) {
     return FileKindOfExtension(Right(UnquotedCommand(commandText), 3));
+}
+
+bool HasPoseLikeExtension(std::string_view path) {
+    const std::string_view tail = Right(path, 4);
+    if (tail.size() < 4 || tail[0] != '.')
+        return false;
+    const int kind = FileKindOfExtension(tail.substr(1));
+    return kind >= 0 && !IsFigureLikeKind(kind);
 }
 
 } // namespace gelvane

@@ -16,5 +16,8 @@ int FileKindOfExtension(std::string_view extension);
 // The file kind named by the last three letters of the unquoted text,
 // whatever stands before them; -1 when they name no kind.
 int FileKindOfCommand(std::string_view commandText);
+// True when the lowered last four characters of `path` are ".pz2", ".cm2", ".fc2", ".hd2" or
+// ".lt2": a file that a pose may be saved over.
+bool HasPoseLikeExtension(std::string_view path);
 
 } // namespace gelvane

@@ -148,7 +148,7 @@ public:
     void ClearMaterials() { ResetList(Figures); }
     void ClearActors() { Actors.assign(1, Actor{}); }
 
-    // Channel loading: the pose page, the end of the section read (it holds across calls),
+    // Channel loading: the pose page, the end of the last section read,
     // the chkChannels click of the window (run on a cancelled load) and the clock in seconds.
     PoseView Pose;
     int64_t ActorSectionEnd = 0;

@@ -1,8 +1,28 @@
 #include "core/platform/Interaction.h"
 
+#include <csignal>
 #include <iostream>
 
 namespace gelvane {
+
+namespace {
+
+volatile std::sig_atomic_t g_interrupted = 0;
+
+void OnInterrupt(int) {
+    g_interrupted = 1;
+    std::signal(SIGINT, SIG_DFL);
+}
+
+} // namespace
+
+void ConsoleInteraction::CatchInterrupt() {
+    std::signal(SIGINT, OnInterrupt);
+}
+
+bool ConsoleInteraction::ProgressCancelling() const {
+    return m_status == kCancelling || g_interrupted != 0;
+}
 
 MsgResult ConsoleInteraction::MessageBox(const std::string &text, const std::string &title, MsgIcon,
                                          MsgButtons buttons) {

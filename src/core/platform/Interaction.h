@@ -33,6 +33,11 @@ inline constexpr int kOfnOverwritePrompt = 0x2;
 inline constexpr int kOfnHideReadOnly = 0x4;
 inline constexpr int kOfnPathMustExist = 0x800;
 inline constexpr int kOfnFileMustExist = 0x1000;
+// Several files may be chosen. The answer is then one text: with one file its full path,
+// with more the folder, then each file name, all separated by the character 0.
+inline constexpr int kOfnAllowMultiSelect = 0x200;
+inline constexpr int kOfnExplorer = 0x80000;
+inline constexpr int kOfnLongNames = 0x200000;
 // Open: the file and its folder must exist, no read-only box.
 inline constexpr int kOpenDialogFlags = kOfnFileMustExist | kOfnPathMustExist | kOfnHideReadOnly;
 // Save: ask before overwriting, the folder must exist, no read-only box.
@@ -97,7 +102,12 @@ public:
     void ProgressClose() override;
     bool ProgressVisible() const override { return m_visible; }
     void DoEvents() override {}
-    bool ProgressCancelling() const override { return m_status == kCancelling; }
+    // True on "Cancelling..." and, once CatchInterrupt ran, after a Ctrl-C.
+    bool ProgressCancelling() const override;
+
+    // From now on the first Ctrl-C asks the running work to stop at its next test, as Esc
+    // does in the progress window; a second one ends the process at once.
+    static void CatchInterrupt();
 
 private:
     bool m_visible = false;

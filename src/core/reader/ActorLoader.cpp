@@ -936,18 +936,14 @@ bool LoadActorSection(Session &session, std::string_view text, bool singleActor,
         options.chkDisableThighLength = false;
     }
 
-    if (!singleActor && !keepActors) {
+    if ((!singleActor && !keepActors) || pose.lstActors.empty() || pose.lstActors[0].Name.empty())
         ResetActors(session);
-        const Pos figure = InStr(text, "\nfigure");
-        session.ActorSectionEnd = static_cast<int64_t>(figure != 0 ? figure : text.size());
-    } else if (pose.lstActors.empty() || pose.lstActors[0].Name.empty()) {
-        ResetActors(session);
-    }
     if (session.Actors.empty())
         session.ClearActors();
+    // Every load ends within its own text: one that appends must not stop where the load before it did.
+    const Pos figure = InStr(text, "\nfigure");
+    session.ActorSectionEnd = static_cast<int64_t>(figure != 0 ? figure : text.size());
     Pos position = 1;
-    if (session.ActorSectionEnd == 0)
-        session.ActorSectionEnd = static_cast<int64_t>(text.size());
     const Pos end = static_cast<Pos>(session.ActorSectionEnd);
 
     const int32_t started = startTime > 0 ? startTime : SessionSeconds(session);

@@ -7,6 +7,7 @@
 #include "core/platform/Paths.h"
 
 #include <ctime>
+#include <unordered_set>
 
 namespace gelvane {
 namespace {
@@ -111,6 +112,19 @@ ActorRowTexts ActorRowOf(const FileStatisticsRecord &stats, int row) {
     const ActorStat &a = stats.ActorStats[static_cast<size_t>(row)];
     return {CountText(a.Materials), CountText(a.Channels), CountText(a.PoseChannels), CountText(a.MorphChannels),
             CountText(a.NullChannels)};
+}
+
+std::vector<std::string> DistinctMaps(const Session &session, std::string Material::*field) {
+    std::vector<std::string> maps;
+    std::unordered_set<std::string_view> seen;
+    for (const Figure &figure : session.Figures)
+        for (const Material &m : figure.Materials) {
+            const std::string &map = m.*field;
+            if (map.empty() || LCase(map) == "no_map" || !seen.insert(map).second)
+                continue;
+            maps.push_back(map);
+        }
+    return maps;
 }
 
 std::string NotesOfComment(std::string_view comment) {

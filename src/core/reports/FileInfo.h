@@ -31,6 +31,44 @@ struct ActorRowTexts {
     std::string lblMaterialsA, lblChannelsA, lblPoseA, lblMorphA, lblNullA;
 };
 
+// A value label of the window, the caption beside it, and its text in `Texts`.
+template <class Texts> struct InfoLabel {
+    const char *Name;
+    const char *Caption;
+    std::string Texts::*Text;
+};
+
+// The labels of the General tab, in the window's order.
+inline constexpr InfoLabel<FileInfoTexts> kGeneralLabels[] = {
+    {"lblFileName", "File Name:", &FileInfoTexts::lblFileName},
+    {"lblFileType", "File Type:", &FileInfoTexts::lblFileType},
+    {"lblSize", "File Size:", &FileInfoTexts::lblSize},
+    {"lblFigures", "Objects:", &FileInfoTexts::lblFigures},
+    {"lblActors", "Actors (body parts):", &FileInfoTexts::lblActors},
+    {"lblMaterials", "Materials:", &FileInfoTexts::lblMaterials},
+    {"lblSdMats", "Sub-divided materials:", &FileInfoTexts::lblSdMats},
+    {"lblChannels", "Actor and prop channels:", &FileInfoTexts::lblChannels},
+    {"lblPose", "Pose channels:", &FileInfoTexts::lblPose},
+    {"lblMorph", "Morph channels:", &FileInfoTexts::lblMorph},
+    {"lblNull", "Null channels:", &FileInfoTexts::lblNull},
+    {"lblTexture", "Texture maps:", &FileInfoTexts::lblTexture},
+    {"lblBump", "Bump maps:", &FileInfoTexts::lblBump},
+    {"lblReflection", "Reflection maps:", &FileInfoTexts::lblReflection},
+    {"lblTransparency", "Transparency maps:", &FileInfoTexts::lblTransparency},
+};
+
+// The second tab: a frame for the objects with one label, a frame for the actors with five.
+inline constexpr const char *kFigureFrameCaption = "Figure information";
+inline constexpr const char *kFigureMaterialsCaption = "Materials:";
+inline constexpr const char *kActorFrameCaption = "Actor and prop information";
+inline constexpr InfoLabel<ActorRowTexts> kActorRowLabels[] = {
+    {"lblMaterialsA", "Materials:", &ActorRowTexts::lblMaterialsA},
+    {"lblChannelsA", "Channels:", &ActorRowTexts::lblChannelsA},
+    {"lblPoseA", "Pose channels:", &ActorRowTexts::lblPoseA},
+    {"lblMorphA", "Morph channels:", &ActorRowTexts::lblMorphA},
+    {"lblNullA", "Null channels:", &ActorRowTexts::lblNullA},
+};
+
 // The texts of the window for the statistics of the open file. The size comes
 // from the file on disk: a file that is gone is the failure "File not found" (53).
 FileInfoTexts FileInfoOf(const Session &session);
@@ -49,6 +87,10 @@ std::string SizeText(uint64_t bytes);
 std::string DateText(int64_t seconds);
 // DateText of the file's creation: "File not found" (53) when it is gone.
 std::string CreationDateText(const std::string &path);
+
+// The distinct maps that the materials of every owner name in `field`, in order: an
+// exact, case-sensitive comparison; empty texts and "NO_MAP" in any case left out.
+std::vector<std::string> DistinctMaps(const Session &session, std::string Material::*field);
 
 // The file's comment as the notes box shows it: one line a line.
 std::string NotesOfComment(std::string_view comment);

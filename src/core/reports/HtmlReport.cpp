@@ -157,19 +157,8 @@ private:
             return;
         }
         out.Line(0, "<table width=", Quoted("600"), " border=", Quoted("1"), ">");
-        // The section's own distinct maps; an empty text is no map.
-        std::vector<std::string_view> maps;
-        for (const Figure &figure : s.Figures)
-            for (const Material &m : figure.Materials) {
-                const std::string &map = m.*section.Field;
-                if (map.empty() || LCase(map) == "no_map")
-                    continue;
-                bool seen = false;
-                for (const std::string_view earlier : maps)
-                    seen = seen || earlier == map;
-                if (!seen)
-                    maps.push_back(map);
-            }
+        // The section's own maps, whichever kind the statistics counted them under.
+        const std::vector<std::string> maps = DistinctMaps(s, section.Field);
         // A missing file uses up its number too.
         for (size_t row = 0; row < maps.size(); ++row)
             WriteMapRow(section, maps[row], static_cast<long long>(row));
@@ -229,6 +218,23 @@ void ReportFailure(const Session &session, int number, const std::string &descri
                             MsgIcon::Exclamation);
 }
 
+// Runs `work`; any failure is reported in the one box of the report. False after a failure.
+template <class Work> bool ReportingFailures(const Session &session, Work &&work) {
+    try {
+        work();
+        return true;
+    } catch (const Failure &failure) {
+        ReportFailure(session, failure.Number, failure.Description);
+    } catch (const std::bad_alloc &) {
+        ReportFailure(session, ErrOutOfMemory, DescribeError(ErrOutOfMemory));
+    } catch (const std::out_of_range &) {
+        ReportFailure(session, ErrSubscript, DescribeError(ErrSubscript));
+    } catch (const std::exception &) {
+        ReportFailure(session, ErrInternal, DescribeError(ErrInternal));
+    }
+    return false;
+}
+
 } // namespace
 
 std::string ImagesFolderName(std::string_view reportPath) {
@@ -249,8 +255,12 @@ void WriteHtmlReport(const Session &session, ThumbnailCache &thumbnails, const s
     WriteHtmlReport(session, thumbnails, reportPath, CreationDateText);
 }
 
+bool CreateHtmlReport(const Session &session, ThumbnailCache &thumbnails, const std::string &reportPath) {
+    return ReportingFailures(session, [&] { WriteHtmlReport(session, thumbnails, reportPath); });
+}
+
 void cmdCreateHTML_Click(const Session &session, ThumbnailCache &thumbnails) {
-    try {
+    ReportingFailures(session, [&] {
         FileDialogRequest request;
         request.ForSave = true;
         request.Title = "Save HTML file";
@@ -260,18 +270,9 @@ void cmdCreateHTML_Click(const Session &session, ThumbnailCache &thumbnails) {
         request.FileName.clear();
         request.Flags = 0; // a page of the same name is replaced without asking
         const std::optional<std::string> chosen = session.ui().ChooseFile(request);
-        if (!chosen)
-            return;
-        WriteHtmlReport(session, thumbnails, *chosen);
-    } catch (const Failure &failure) {
-        ReportFailure(session, failure.Number, failure.Description);
-    } catch (const std::bad_alloc &) {
-        ReportFailure(session, ErrOutOfMemory, DescribeError(ErrOutOfMemory));
-    } catch (const std::out_of_range &) {
-        ReportFailure(session, ErrSubscript, DescribeError(ErrSubscript));
-    } catch (const std::exception &) {
-        ReportFailure(session, ErrInternal, DescribeError(ErrInternal));
-    }
+        if (chosen)
+            WriteHtmlReport(session, thumbnails, *chosen);
+    });
 }
 
 } // namespace gelvane

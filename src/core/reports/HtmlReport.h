@@ -32,6 +32,11 @@ void WriteHtmlReport(const Session &session, ThumbnailCache &thumbnails, const s
                      const DateTextOf &dateOf);
 void WriteHtmlReport(const Session &session, ThumbnailCache &thumbnails, const std::string &reportPath);
 
+// WriteHtmlReport with the file's creation dates, and a failure reported as the button
+// reports it: an exclamation box with its description + ", error number " + its number.
+// False after a failure.
+bool CreateHtmlReport(const Session &session, ThumbnailCache &thumbnails, const std::string &reportPath);
+
 // "Save info as HTML": asks for the page's path and writes it. A cancel ends
 // quietly; any failure is reported in an exclamation box. Nothing on success.
 void cmdCreateHTML_Click(const Session &session, ThumbnailCache &thumbnails);

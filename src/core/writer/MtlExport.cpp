@@ -2,6 +2,7 @@
 
 #include "core/maps/MapPaths.h"
 #include "core/model/Numbers.h"
+#include "core/writer/OutputFile.h"
 #include "core/writer/WriterValues.h"
 
 namespace gelvane {
@@ -24,6 +25,15 @@ void WriteMtlMaterials(const Session &session, int figureIndex, LineWriter &out)
         if (IsConnectedMap(m.bumpMapEnabled, m.bumpMap))
             out.Line(0, "map_Bump ", MapFileName(m.bumpMap));
     }
+}
+
+void WriteMtlFile(const Session &session, const std::string &path) {
+    OutputFile file(path);
+    LineWriter out("\r\n", file.file());
+    for (size_t i = 0; i < session.Figures.size(); ++i)
+        WriteMtlMaterials(session, static_cast<int>(i), out);
+    out.flush();
+    file.commit();
 }
 
 } // namespace gelvane

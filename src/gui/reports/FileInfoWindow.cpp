@@ -74,21 +74,8 @@ QWidget *FileInfoWindow::BuildGeneralTab() {
     auto *page = new QWidget;
     page->setObjectName("picOption_0");
     QFormLayout *form = NewForm(page);
-    AddValueRow(form, "File Name:", "lblFileName");
-    AddValueRow(form, "File Type:", "lblFileType");
-    AddValueRow(form, "File Size:", "lblSize");
-    AddValueRow(form, "Objects:", "lblFigures");
-    AddValueRow(form, "Actors (body parts):", "lblActors");
-    AddValueRow(form, "Materials:", "lblMaterials");
-    AddValueRow(form, "Sub-divided materials:", "lblSdMats");
-    AddValueRow(form, "Actor and prop channels:", "lblChannels");
-    AddValueRow(form, "Pose channels:", "lblPose");
-    AddValueRow(form, "Morph channels:", "lblMorph");
-    AddValueRow(form, "Null channels:", "lblNull");
-    AddValueRow(form, "Texture maps:", "lblTexture");
-    AddValueRow(form, "Bump maps:", "lblBump");
-    AddValueRow(form, "Reflection maps:", "lblReflection");
-    AddValueRow(form, "Transparency maps:", "lblTransparency");
+    for (const auto &label : kGeneralLabels)
+        AddValueRow(form, label.Caption, label.Name);
     return page;
 }
 
@@ -96,24 +83,21 @@ QWidget *FileInfoWindow::BuildListsTab() {
     auto *page = new QWidget;
     page->setObjectName("picOption_1");
 
-    auto *fraFigures = Named(new QGroupBox("Figure information", page), "fraFigures");
+    auto *fraFigures = Named(new QGroupBox(kFigureFrameCaption, page), "fraFigures");
     auto *figures = new QVBoxLayout(fraFigures);
     m_cmbFigures = Named(new QComboBox(fraFigures), "cmbFigures");
     figures->addWidget(m_cmbFigures);
     QFormLayout *figureForm = NewForm(nullptr);
-    m_lblMaterialsF = AddValueRow(figureForm, "Materials:", "lblMaterialsF");
+    m_lblMaterialsF = AddValueRow(figureForm, kFigureMaterialsCaption, "lblMaterialsF");
     figures->addLayout(figureForm);
 
-    auto *fraActors = Named(new QGroupBox("Actor and prop information", page), "fraActors");
+    auto *fraActors = Named(new QGroupBox(kActorFrameCaption, page), "fraActors");
     auto *actors = new QVBoxLayout(fraActors);
     m_cmbActors = Named(new QComboBox(fraActors), "cmbActors");
     actors->addWidget(m_cmbActors);
     QFormLayout *actorForm = NewForm(nullptr);
-    AddValueRow(actorForm, "Materials:", "lblMaterialsA");
-    AddValueRow(actorForm, "Channels:", "lblChannelsA");
-    AddValueRow(actorForm, "Pose channels:", "lblPoseA");
-    AddValueRow(actorForm, "Morph channels:", "lblMorphA");
-    AddValueRow(actorForm, "Null channels:", "lblNullA");
+    for (const auto &label : kActorRowLabels)
+        AddValueRow(actorForm, label.Caption, label.Name);
     actors->addLayout(actorForm);
 
     // The numbers of both frames stand in one column.
@@ -147,25 +131,8 @@ QWidget *FileInfoWindow::BuildNotesTab() {
 
 void FileInfoWindow::Form_Load() {
     const FileInfoTexts t = FileInfoOf(m_session);
-    const std::pair<const char *, const std::string *> labels[] = {
-        {"lblFileName", &t.lblFileName},
-        {"lblFileType", &t.lblFileType},
-        {"lblSize", &t.lblSize},
-        {"lblFigures", &t.lblFigures},
-        {"lblActors", &t.lblActors},
-        {"lblMaterials", &t.lblMaterials},
-        {"lblSdMats", &t.lblSdMats},
-        {"lblChannels", &t.lblChannels},
-        {"lblPose", &t.lblPose},
-        {"lblMorph", &t.lblMorph},
-        {"lblNull", &t.lblNull},
-        {"lblTexture", &t.lblTexture},
-        {"lblBump", &t.lblBump},
-        {"lblReflection", &t.lblReflection},
-        {"lblTransparency", &t.lblTransparency},
-    };
-    for (const auto &[name, text] : labels)
-        findChild<QLabel *>(name)->setText(Latin1(*text));
+    for (const auto &label : kGeneralLabels)
+        findChild<QLabel *>(label.Name)->setText(Latin1(t.*label.Text));
     // A long name is cut at the window's edge rather than widening it; the tip shows it whole.
     auto *lblFileName = findChild<QLabel *>("lblFileName");
     lblFileName->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
@@ -192,11 +159,8 @@ void FileInfoWindow::cmbFigures_Click(int row) {
 
 void FileInfoWindow::cmbActors_Click(int row) {
     const ActorRowTexts t = ActorRowOf(m_session.FileStatistics, row);
-    findChild<QLabel *>("lblMaterialsA")->setText(Latin1(t.lblMaterialsA));
-    findChild<QLabel *>("lblChannelsA")->setText(Latin1(t.lblChannelsA));
-    findChild<QLabel *>("lblPoseA")->setText(Latin1(t.lblPoseA));
-    findChild<QLabel *>("lblMorphA")->setText(Latin1(t.lblMorphA));
-    findChild<QLabel *>("lblNullA")->setText(Latin1(t.lblNullA));
+    for (const auto &label : kActorRowLabels)
+        findChild<QLabel *>(label.Name)->setText(Latin1(t.*label.Text));
 }
 
 void FileInfoWindow::cmdOK_Click() {

@@ -1,18 +1,14 @@
 // Runs the built program with "-s" on files in a temporary folder.
+#include "support/RunProgram.h"
 #include "support/TestHome.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <fcntl.h>
 #include <filesystem>
-#include <spawn.h>
 #include <string>
-#include <sys/wait.h>
 #include <tuple>
 #include <vector>
-
-extern char **environ;
 
 namespace gelvane {
 namespace {
@@ -23,35 +19,10 @@ namespace fs = std::filesystem;
 
 #ifdef GELVANE_EXECUTABLE
 
-struct RunResult {
-    int status = -1;
-    std::string errors;
-};
-
-// The program with `args`, standard error captured; GELVANE_HOME is the test home.
-RunResult RunGelvane(const TestHome &home, const std::vector<std::string> &args) {
-    const std::string errFile = home.file("stderr.txt");
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, 1, "/dev/null", O_WRONLY, 0);
-    posix_spawn_file_actions_addopen(&actions, 2, errFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
-    std::vector<std::string> all{GELVANE_EXECUTABLE};
-    all.insert(all.end(), args.begin(), args.end());
-    std::vector<char *> argv;
-    for (std::string &a : all)
-        argv.push_back(a.data());
-    argv.push_back(nullptr);
-    pid_t pid = 0;
-    RunResult result;
-    if (posix_spawn(&pid, argv[0], &actions, nullptr, argv.data(), environ) == 0) {
-        int status = 0;
-        waitpid(pid, &status, 0);
-        result.status = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-    }
-    posix_spawn_file_actions_destroy(&actions);
-    result.errors = home.read("stderr.txt");
-    fs::remove(errFile);
-    return result;
+// The program with `args`; GELVANE_HOME is the test home.
+test::RunResult RunGelvane(const TestHome &home, std::vector<std::string> args) {
+    args.insert(args.begin(), GELVANE_EXECUTABLE);
+    return test::RunProgram(home, args);
 }
 
 std::vector<std::string> FilesIn(const std::string &folder) {
@@ -70,7 +41,7 @@ TEST(SilentConversion, MatPoseIsWrittenBesideItsSource) {
     TestHome home;
     home.write("Settings.ini", "[Folders]\r\n[General]\r\nSaveAsType=P4\r\nFileSystem=DOS\r\n");
     home.write("work/Skin Tones.FC2", Example("Libraries/Pose/Demo Skin Tones.pz2"));
-    const RunResult run = RunGelvane(home, {"-s", "\"" + home.file("work/skin tones.fc2") + "\""});
+    const test::RunResult run = RunGelvane(home, {"-s", "\"" + home.file("work/skin tones.fc2") + "\""});
     ASSERT_EQ(run.status, 0) << run.errors;
     EXPECT_EQ(FilesIn(home.file("work")), (std::vector<std::string>{"Skin Tones.FC2", "Skin Tones.pz2"}));
     const std::string pose = home.read("work/Skin Tones.pz2");
@@ -87,7 +58,7 @@ TEST(SilentConversion, OutputFollowsTheStoredFormatAndLineEnd) {
     TestHome home;
     home.write("Settings.ini", "[General]\r\nSaveAsType=P5\r\nFileSystem=UNIX\r\n");
     home.write("work/figure.cr2", Example("Libraries/Character/Demo/Gelvane Mannequin.cr2"));
-    const RunResult run = RunGelvane(home, {"-S", home.file("work/figure.cr2")});
+    const test::RunResult run = RunGelvane(home, {"-S", home.file("work/figure.cr2")});
     ASSERT_EQ(run.status, 0) << run.errors;
     const std::string pose = home.read("work/figure.pz2");
     EXPECT_TRUE(pose.starts_with("{\r")) << pose;
@@ -112,7 +83,7 @@ TEST(SilentConversion, EveryDemoFileConverts) {
     for (const auto &[example, name, expected] : files) {
         SCOPED_TRACE(name);
         const std::string input = home.write(std::string("work/") + name, Example(example));
-        const RunResult run = RunGelvane(home, {"-s", input});
+        const test::RunResult run = RunGelvane(home, {"-s", input});
         EXPECT_EQ(run.status, 0) << run.errors;
         const std::string stem = std::string(name).substr(0, std::string(name).size() - 3);
         const std::string pose = home.read("work/" + stem + "pz2");
@@ -128,7 +99,7 @@ TEST(SilentConversion, BadInputWritesNothing) {
         TestHome home;
         const std::string bytes = ReadTestData(std::string("cmdline/") + fixture);
         const std::string input = home.write(std::string("work/") + fixture, bytes);
-        const RunResult run = RunGelvane(home, {"-s", input});
+        const test::RunResult run = RunGelvane(home, {"-s", input});
         EXPECT_NE(run.status, 0);
         EXPECT_NE(run.errors.find("Error in the OpenFile function"), std::string::npos) << run.errors;
         EXPECT_EQ(FilesIn(home.file("work")), std::vector<std::string>{fixture});
@@ -150,7 +121,7 @@ TEST(SilentConversion, UpperCaseExtensionIsRewrittenInPlace) {
 TEST(SilentConversion, MissingFileOrUnknownKindFails) {
     TestHome home;
     fs::create_directories(home.file("work"));
-    RunResult run = RunGelvane(home, {"-s", home.file("work/missing.pz2")});
+    test::RunResult run = RunGelvane(home, {"-s", home.file("work/missing.pz2")});
     EXPECT_NE(run.status, 0);
     EXPECT_NE(run.errors.find("missing.pz2"), std::string::npos) << run.errors;
 
