@@ -202,6 +202,7 @@ void PagesTest::materialPageShowsCachedThumbnails() {
     ThumbnailCache thumbnails;
     ConnectThumbnails(session, thumbnails);
     session.LoadThumbNail(FullMapPath(settings.PoserFolder, texture));
+    ShowSelectedMaterial(session); // the maps were set behind the page's back
 
     MaterialPage page(session, thumbnails);
     page.refresh();

@@ -1,6 +1,7 @@
 #include "core/app/MainWindowState.h"
 
 #include "core/app/SaveCommands.h"
+#include "core/materials/MaterialPageState.h"
 #include "core/model/Numbers.h"
 #include "core/model/Session.h"
 #include "core/model/Text.h"
@@ -24,7 +25,7 @@ bool chkNoMaterialData_Click(Session &session, bool checked) {
             return false;
         }
         options.chkNoMaterialData = true;
-        view.MaterialControlsEnabled = false;
+        DisableMaterialControls(session);
         view.cmbFiguresEnabled = false;
     } else {
         options.chkNoMaterialData = false;

@@ -55,6 +55,8 @@ void ResetMainWindow(Session &session) {
     session.FileName.clear();
     session.FileVersion.clear();
     session.FileModified = false;
+    if (session.MaterialPage)
+        session.MaterialPage->WindowReset(session);
 }
 
 void ShowMaterialList(Session &session) {
@@ -67,6 +69,8 @@ void ShowMaterialList(Session &session) {
     for (const Material &material : session.Figures[static_cast<size_t>(row)].Materials)
         view.lstMaterials.push_back(material.Name);
     view.lstMaterialsIndex = 0;
+    if (session.MaterialPage)
+        session.MaterialPage->MaterialListShown(session);
 }
 
 void FillDialList(Session &session, int actorIndex) {
