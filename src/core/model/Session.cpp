@@ -23,6 +23,7 @@ void ViewState::ClearMaterialControls() {
 void ViewState::EnableMaterialControls() {
     MaterialControlsEnabled = true;
     cmbFiguresEnabled = true;
+    cmdDeleteEnabled = true;
     cmdNewMatEnabled = true;
     cmdCreateMatEnabled = true;
 }

@@ -228,7 +228,7 @@ void MaterialPage::Build() {
 
 QWidget *MaterialPage::BuildListColumn() {
     auto *column = new QWidget(this);
-    column->setFixedWidth(236);
+    column->setFixedWidth(220);
     auto *v = new QVBoxLayout(column);
     v->setContentsMargins(0, 0, 0, 0);
 
@@ -362,7 +362,7 @@ QWidget *MaterialPage::BuildPropertyColumn() {
 
 QWidget *MaterialPage::BuildMapColumn() {
     auto *column = new QWidget(this);
-    column->setFixedWidth(330);
+    column->setFixedWidth(300);
     auto *maps = new QGridLayout(column);
     maps->setContentsMargins(0, 0, 0, 0);
     maps->setHorizontalSpacing(4);

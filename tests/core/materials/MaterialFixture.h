@@ -47,7 +47,6 @@ struct MaterialSession {
         hat.Materials = {FullMaterial("Band", 40)};
         session.Figures = {figure, hat};
         session.cmbFigures = {"figure", "hat", "actor hip"};
-        session.View.cmdDeleteEnabled = true;
         session.View.EnableMaterialControls();
         cmbFigures_Click(session, 0); // as an open leaves it
         session.FileModified = false;
