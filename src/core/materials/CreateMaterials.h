@@ -49,13 +49,13 @@ public:
     // destination, the object chosen in the main window selected.
     explicit CreateMatForm(const Session &session);
 
-    std::vector<std::string> cmbFigures1;   // the sources: every Figure's Name
+    std::vector<std::string> cmbFigures1; // the sources: every Figure's Name
     int cmbFigures1Index = -1;
     std::vector<std::string> lstMaterials1; // the source's materials
     int lstMaterials1Index = -1;
-    std::vector<std::string> cmbFigures2;   // the destinations: the rows of the object list
+    std::vector<std::string> cmbFigures2; // the destinations: the rows of the object list
     int cmbFigures2Index = -1;
-    std::vector<std::string> lstMaterials2; // the destination's materials, then its pending ones
+    std::vector<std::string> lstMaterials2;      // the destination's materials, then its pending ones
     std::vector<PendingObject> PendingMaterials; // one for each destination row
 
     void cmbFigures1_Click(int row);

@@ -44,8 +44,7 @@ Command CommandOf(int index) {
     return {Family::Fix, index - 25};
 }
 
-const char *const kMapTitles[4] = {"Load Texture Map", "Load Bump Map", "Load Reflection Map",
-                                   "Load Transparency Map"};
+const char *const kMapTitles[4] = {"Load Texture Map", "Load Bump Map", "Load Reflection Map", "Load Transparency Map"};
 
 // How an Apply button writes the text of number box TXT(box) into a material. The value
 // is read before any material is written, so that a failure leaves them all as they were.

@@ -21,7 +21,7 @@ struct BarRow {
     int Initial;
 };
 constexpr BarRow kBars[7] = {
-    {{1, 100, 3}, 100}, {{0, 100, 3}, 0}, {{0, 100, 3}, 0},       {{0, 1000, 30}, 0},
+    {{1, 100, 3}, 100}, {{0, 100, 3}, 0},      {{0, 100, 3}, 0},   {{0, 1000, 30}, 0},
     {{0, 100, 3}, 100}, {{-100, 100, 4}, 100}, {{0, 100, 3}, 100},
 };
 
@@ -136,11 +136,24 @@ Material *MaterialAtRow(Session &session, int row) {
 
 bool &PropertyFlag(Material &m, int property) {
     bool *const flags[kPropertyCount] = {
-        &m.KdColorEnabled,         &m.KsColorEnabled,         &m.KaColorEnabled,       &m.ReflectionColorEnabled,
-        &m.NsExponentEnabled,      &m.tMinEnabled,            &m.tMaxEnabled,          &m.tExpoEnabled,
-        &m.textureMapEnabled,      &m.bumpMapEnabled,         &m.reflectionMapEnabled, &m.transparencyMapEnabled,
-        &m.TextureColorEnabled,    &m.bumpStrengthEnabled,    &m.reflectionStrengthEnabled,
-        &m.ksIgnoreTextureEnabled, &m.reflectThruLightsEnabled, &m.reflectThruKdEnabled,
+        &m.KdColorEnabled,
+        &m.KsColorEnabled,
+        &m.KaColorEnabled,
+        &m.ReflectionColorEnabled,
+        &m.NsExponentEnabled,
+        &m.tMinEnabled,
+        &m.tMaxEnabled,
+        &m.tExpoEnabled,
+        &m.textureMapEnabled,
+        &m.bumpMapEnabled,
+        &m.reflectionMapEnabled,
+        &m.transparencyMapEnabled,
+        &m.TextureColorEnabled,
+        &m.bumpStrengthEnabled,
+        &m.reflectionStrengthEnabled,
+        &m.ksIgnoreTextureEnabled,
+        &m.reflectThruLightsEnabled,
+        &m.reflectThruKdEnabled,
     };
     return *flags[std::clamp(property, 0, kPropertyCount - 1)];
 }
@@ -223,13 +236,16 @@ MaterialControls MaterialControlsOf(const Session &session) {
     const MaterialPageState *state = PageOf(session);
     const bool anySelected = state && !state->SelectedMaterials.empty();
     c.cmdInvertSel = c.cmdDeleteMaterials = page && anySelected;
-    const bool objectChosen = view.cmbFiguresIndex >= 0 && view.cmbFiguresIndex < static_cast<int>(session.cmbFigures.size());
+    const bool objectChosen =
+        view.cmbFiguresIndex >= 0 && view.cmbFiguresIndex < static_cast<int>(session.cmbFigures.size());
     c.cmdNewMat = view.cmdNewMatEnabled && c.cmbFigures && objectChosen;
     c.cmdCreateMat = view.cmdCreateMatEnabled && c.cmbFigures && objectChosen;
     // A switched-off page shows every property in its enabled presentation.
     for (int p = 0; p < kPropertyCount; ++p)
         c.DisabledLook[static_cast<size_t>(p)] = page && state && state->DisabledLook[static_cast<size_t>(p)];
-    const auto on = [&](int property) { return page && (property < 0 || !c.DisabledLook[static_cast<size_t>(property)]); };
+    const auto on = [&](int property) {
+        return page && (property < 0 || !c.DisabledLook[static_cast<size_t>(property)]);
+    };
     for (int i = 0; i < 29; ++i)
         c.cmd[static_cast<size_t>(i)] = i == 1 ? c.cmdDelete : on(PropertyOfCommand(i));
     for (int i = 1; i < 12; ++i)
@@ -331,9 +347,8 @@ void ShowSelectedMaterial(Session &session) {
         page.SHP[static_cast<size_t>(swatch)] = SwatchField(*material, swatch);
     }
     const std::string numbers[7] = {
-        std::to_string(material->NsExponent), std::to_string(material->tMin),
-        std::to_string(material->tMax),       NumberText(material->tExpo),
-        material->TextureColor,               material->bumpStrength,
+        std::to_string(material->NsExponent), std::to_string(material->tMin), std::to_string(material->tMax),
+        NumberText(material->tExpo),          material->TextureColor,         material->bumpStrength,
         material->reflectionStrength,
     };
     for (int box = 1; box <= 7; ++box) {
@@ -399,8 +414,8 @@ void lblX_DblClick(Session &session, int property) {
         MaterialPageOf(session).DisabledLook[static_cast<size_t>(property)])
         return; // the label isn't there to be clicked
     if ((property == kKdColor || property == kKsColor) && session.Options.PoserFormatP5) {
-        session.ui().MessageBox(property == kKdColor ? kObjectColorP5Message : kHighlightColorP5Message,
-                                kProgramTitle, MsgIcon::Exclamation);
+        session.ui().MessageBox(property == kKdColor ? kObjectColorP5Message : kHighlightColorP5Message, kProgramTitle,
+                                MsgIcon::Exclamation);
         return;
     }
     ToggleProperty(session, property);
@@ -462,7 +477,8 @@ void SCR_Change(Session &session, int index, int value) {
 }
 
 void CheckBox_Click(Session &session, int check) {
-    if (!session.EventsEnabled || check < 0 || check > 2 || !MaterialControlsOf(session).Checks[static_cast<size_t>(check)])
+    if (!session.EventsEnabled || check < 0 || check > 2 ||
+        !MaterialControlsOf(session).Checks[static_cast<size_t>(check)])
         return;
     MaterialPageState &page = MaterialPageOf(session);
     page.Checks[static_cast<size_t>(check)] = !page.Checks[static_cast<size_t>(check)];

@@ -46,8 +46,8 @@ CreateMatWindow::CreateMatWindow(Session &session, QWidget *parent)
 
 void CreateMatWindow::Build() {
     auto *fraSource = Named(new QGroupBox("Source", this), "fraSource");
-    m_cmbFigures1 = Named(new QComboBox(fraSource), "cmbFigures1",
-                          "Choose the source object (figure, prop, hair or body part)");
+    m_cmbFigures1 =
+        Named(new QComboBox(fraSource), "cmbFigures1", "Choose the source object (figure, prop, hair or body part)");
     m_lstMaterials1 = Named(new QListWidget(fraSource), "lstMaterials1");
     m_lstMaterials1->setSelectionMode(QAbstractItemView::ExtendedSelection);
     auto *source = new QVBoxLayout(fraSource);
@@ -92,8 +92,10 @@ void CreateMatWindow::Build() {
         Run([&] { m_form.cmbFigures1_Click(row); });
         m_lstMaterials1->setCurrentRow(m_form.lstMaterials1Index);
     });
-    connect(m_cmbFigures2, &QComboBox::activated, this, [this](int row) { Run([&] { m_form.cmbFigures2_Click(row); }); });
-    connect(cmdAdd, &QPushButton::clicked, this, [this] { Run([&] { m_form.cmdAdd_Click(SelectedRows(m_lstMaterials1)); }); });
+    connect(m_cmbFigures2, &QComboBox::activated, this,
+            [this](int row) { Run([&] { m_form.cmbFigures2_Click(row); }); });
+    connect(cmdAdd, &QPushButton::clicked, this,
+            [this] { Run([&] { m_form.cmdAdd_Click(SelectedRows(m_lstMaterials1)); }); });
     connect(cmdRemove, &QPushButton::clicked, this,
             [this] { Run([&] { m_form.cmdRemove_Click(SelectedRows(m_lstMaterials2)); }); });
     connect(cmdRename, &QPushButton::clicked, this,

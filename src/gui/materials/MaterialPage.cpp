@@ -105,9 +105,9 @@ struct NumberRow {
     int Apply;
 };
 constexpr NumberRow kNumbers[7] = {
-    {1, "Type a value between 1 and 100", 14},  {2, "Type a value between 0 and 100", 15},
-    {3, "Type a value between 0 and 100", 16},  {4, "Type a value between 0 and 10", 17},
-    {5, "Type a value between 0 and 100", 22},  {6, "Type a value between -100 and 100", 23},
+    {1, "Type a value between 1 and 100", 14}, {2, "Type a value between 0 and 100", 15},
+    {3, "Type a value between 0 and 100", 16}, {4, "Type a value between 0 and 10", 17},
+    {5, "Type a value between 0 and 100", 22}, {6, "Type a value between -100 and 100", 23},
     {7, "Type a value between 0 and 100", 24},
 };
 
@@ -125,6 +125,14 @@ QStringList Rows(const QComboBox *list) {
     QStringList rows;
     for (int i = 0; i < list->count(); ++i)
         rows << list->itemText(i);
+    return rows;
+}
+
+std::vector<int> SelectedRows(const QListWidget *list) {
+    std::vector<int> rows;
+    for (const QListWidgetItem *item : list->selectedItems())
+        rows.push_back(list->row(item));
+    std::sort(rows.begin(), rows.end());
     return rows;
 }
 
@@ -151,6 +159,11 @@ void KeepRoom(QWidget *widget) {
     QSizePolicy policy = widget->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
     widget->setSizePolicy(policy);
+}
+
+bool HoldsFiles(const QMimeData *data) {
+    const QList<QUrl> urls = data->urls();
+    return std::any_of(urls.begin(), urls.end(), [](const QUrl &url) { return url.isLocalFile(); });
 }
 
 void Show(QWidget *widget, bool visible, bool enabled) {
@@ -183,14 +196,14 @@ PathBox::PathBox(QWidget *parent) : QLineEdit(parent) {
 }
 
 void PathBox::dragEnterEvent(QDragEnterEvent *event) {
-    if (event->mimeData()->hasUrls())
+    if (HoldsFiles(event->mimeData()))
         event->acceptProposedAction();
     else
         event->ignore();
 }
 
 void PathBox::dragMoveEvent(QDragMoveEvent *event) {
-    if (event->mimeData()->hasUrls())
+    if (HoldsFiles(event->mimeData()))
         event->acceptProposedAction();
     else
         event->ignore();
@@ -405,10 +418,11 @@ QWidget *MaterialPage::BuildMapColumn() {
     return column;
 }
 
-template <class F> void MaterialPage::Run(F handler) {
+template <class F> void MaterialPage::Run(F handler, bool beyondThePage) {
     handler();
     refresh();
-    emit sessionChanged();
+    if (beyondThePage)
+        emit sessionChanged();
 }
 
 void MaterialPage::Connect() {
@@ -433,11 +447,11 @@ void MaterialPage::Connect() {
     connect(m_cmdDelTemplate, &QPushButton::clicked, this, [this] { Run([&] { cmdDelTemplate_Click(m_session); }); });
 
     for (int i = 0; i < 29; ++i)
-        connect(m_cmd[i], &QPushButton::clicked, this, [this, i] { Run([&] { cmd_Click(m_session, i); }); });
+        connect(m_cmd[i], &QPushButton::clicked, this, [this, i] { Run([&] { cmd_Click(m_session, i); }, true); });
     connect(m_cmdInvertSel, &QPushButton::clicked, this, [this] { Run([&] { cmdInvertSel_Click(m_session); }); });
     connect(m_cmdDeleteMaterials, &QPushButton::clicked, this,
-            [this] { Run([&] { cmdDeleteMaterials_Click(m_session); }); });
-    connect(m_cmdNewMat, &QPushButton::clicked, this, [this] { Run([&] { cmdNewMat_Click(m_session); }); });
+            [this] { Run([&] { cmdDeleteMaterials_Click(m_session); }, true); });
+    connect(m_cmdNewMat, &QPushButton::clicked, this, [this] { Run([&] { cmdNewMat_Click(m_session); }, true); });
     connect(m_cmdCreateMat, &QPushButton::clicked, this, &MaterialPage::cmdCreateMat_Click);
 
     for (int i = 1; i < 12; ++i)
@@ -489,10 +503,7 @@ void MaterialPage::cmbFigures_Click(int row) {
 }
 
 void MaterialPage::lstMaterials_Click() {
-    std::vector<int> selected;
-    for (const QListWidgetItem *item : m_lstMaterials->selectedItems())
-        selected.push_back(m_lstMaterials->row(item));
-    Run([&] { gelvane::lstMaterials_Click(m_session, selected, m_lstMaterials->currentRow()); });
+    Run([&] { gelvane::lstMaterials_Click(m_session, SelectedRows(m_lstMaterials), m_lstMaterials->currentRow()); });
 }
 
 void MaterialPage::Combo2_Click(int row) {
@@ -500,10 +511,12 @@ void MaterialPage::Combo2_Click(int row) {
 }
 
 void MaterialPage::cmdCreateMat_Click() {
-    Run([&] {
-        CreateMatWindow window(m_session, this);
-        window.exec();
-    });
+    Run(
+        [&] {
+            CreateMatWindow window(m_session, this);
+            window.exec();
+        },
+        true);
 }
 
 void MaterialPage::refresh() {
@@ -527,12 +540,18 @@ void MaterialPage::ShowList() {
         m_lstMaterials->clear();
         m_lstMaterials->addItems(names);
     }
-    QItemSelection selection;
-    for (const int row : MaterialPageOf(m_session).SelectedMaterials)
-        if (row >= 0 && row < m_lstMaterials->count())
-            selection.select(m_lstMaterials->model()->index(row, 0), m_lstMaterials->model()->index(row, 0));
-    m_lstMaterials->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
-    m_lstMaterials->setCurrentRow(view.lstMaterialsIndex, QItemSelectionModel::NoUpdate);
+    // The list is only touched where it differs, so that a selection the user is still
+    // dragging out isn't interrupted.
+    const std::vector<int> &wanted = MaterialPageOf(m_session).SelectedMaterials;
+    if (SelectedRows(m_lstMaterials) != wanted) {
+        QItemSelection selection;
+        for (const int row : wanted)
+            if (row >= 0 && row < m_lstMaterials->count())
+                selection.select(m_lstMaterials->model()->index(row, 0), m_lstMaterials->model()->index(row, 0));
+        m_lstMaterials->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+    }
+    if (m_lstMaterials->currentRow() != view.lstMaterialsIndex)
+        m_lstMaterials->setCurrentRow(view.lstMaterialsIndex, QItemSelectionModel::NoUpdate);
     m_lstMaterials->setEnabled(c.lstMaterials);
     m_lblMaterials->setEnabled(c.lstMaterials);
     m_cmdInvertSel->setEnabled(c.cmdInvertSel);
@@ -560,7 +579,8 @@ void MaterialPage::ShowProperties() {
         Show(box, visible(PropertyOfBox(i)), c.TXT[static_cast<size_t>(i)]);
         if (i >= 8) {
             QPalette palette = box->palette();
-            palette.setColor(QPalette::Text, page.MapMissing[static_cast<size_t>(i - 8)] ? QColor(255, 0, 0) : QColor(Qt::black));
+            palette.setColor(QPalette::Text,
+                             page.MapMissing[static_cast<size_t>(i - 8)] ? QColor(255, 0, 0) : QColor(Qt::black));
             box->setPalette(palette);
         }
     }

@@ -78,8 +78,9 @@ private:
     QWidget *BuildPropertyColumn();
     QWidget *BuildMapColumn();
     void Connect();
-    // Runs a core handler, then redraws the page and tells the window.
-    template <class F> void Run(F handler);
+    // Runs a core handler and redraws the page; a handler that reaches beyond the page
+    // (objects, menus, the save options) tells the window.
+    template <class F> void Run(F handler, bool beyondThePage = false);
     void cmbFigures_Click(int row);
     void lstMaterials_Click();
     // Choosing a selection group selects exactly its members' rows.

@@ -84,27 +84,27 @@ TEST_F(MaterialPageStateTest, NumberBoxesCorrectTheirTextAndMoveTheirBar) {
         int Bar;
     };
     const Case cases[] = {
-        {1, "40", "150", "1", 1},      // out of range falls to the minimum, also when too large
-        {2, "10", "150", "0", 0},      //
-        {1, "40", "-5", "1", 1},       //
-        {1, "40", "5-", "1", 1},       // a minus behind the digits
-        {1, "40", "5.5", "6", 6},      // the bar rounds and writes the box back
-        {1, "5", "5.", "5.", 5},       // the bar doesn't move, so the text stays
-        {1, "40", "", "1", 1},         //
-        {2, "10", "3e1", "30", 30},    // an exponent is numeric
-        {3, "90", "1e999", "0", 0},    // beyond a 64-bit float: out of range
-        {4, "0.5", "12", "0", 0},      // above 10
-        {4, "0.5", "10", "10", 1000},  //
-        {4, "0.5", "0.125", "0.12", 12}, // hundredths, the tie to even
-        {4, "0.5", "0,25", "0.25", 25}, // a comma counts as the point on the bar
-        {4, "0.5", ".", "0", 0},       //
-        {6, "0", "-", "-", 0},         // a lone minus stays while the bar stands at 0
-        {6, "-20", "-", "0", 0},       // ... and not when the bar moves
-        {6, "-20", "--", "0", 0},      //
+        {1, "40", "150", "1", 1},         // out of range falls to the minimum, also when too large
+        {2, "10", "150", "0", 0},         //
+        {1, "40", "-5", "1", 1},          //
+        {1, "40", "5-", "1", 1},          // a minus behind the digits
+        {1, "40", "5.5", "6", 6},         // the bar rounds and writes the box back
+        {1, "5", "5.", "5.", 5},          // the bar doesn't move, so the text stays
+        {1, "40", "", "1", 1},            //
+        {2, "10", "3e1", "30", 30},       // an exponent is numeric
+        {3, "90", "1e999", "0", 0},       // beyond a 64-bit float: out of range
+        {4, "0.5", "12", "0", 0},         // above 10
+        {4, "0.5", "10", "10", 1000},     //
+        {4, "0.5", "0.125", "0.12", 12},  // hundredths, the tie to even
+        {4, "0.5", "0,25", "0.25", 25},   // a comma counts as the point on the bar
+        {4, "0.5", ".", "0", 0},          //
+        {6, "0", "-", "-", 0},            // a lone minus stays while the bar stands at 0
+        {6, "-20", "-", "0", 0},          // ... and not when the bar moves
+        {6, "-20", "--", "0", 0},         //
         {6, "-20", "-150", "-100", -100}, // the only negative minimum
-        {6, "-20", "abc", "0", 0},     //
-        {5, "80", "-", "0", 0},        // the other boxes take no lone minus
-        {7, "60", "1,5", "1", 1},      // a comma ends the number of a whole-number box
+        {6, "-20", "abc", "0", 0},        //
+        {5, "80", "-", "0", 0},           // the other boxes take no lone minus
+        {7, "60", "1,5", "1", 1},         // a comma ends the number of a whole-number box
     };
     for (const Case &c : cases) {
         TXT_Change(session, c.Box, c.Before);
@@ -133,7 +133,7 @@ TEST_F(MaterialPageStateTest, PresentationFollowsTheShownMaterial) {
     EXPECT_FALSE(c.TXT[2] || c.SCR[1] || c.cmd[15] || c.TXT[8] || c.cmd[2] || c.cmd[6] || c.cmd[10] || c.cmd[18] ||
                  c.cmd[25]);
     EXPECT_TRUE(c.TXT[3] && c.cmd[16]);
-    EXPECT_EQ(box(2), "33"); // the value is loaded for when the property is enabled
+    EXPECT_EQ(box(2), "33");           // the value is loaded for when the property is enabled
     EXPECT_TRUE(session.FileModified); // as moving between materials whose flags differ does
 
     // Enabling the page doesn't switch a disabled property's controls on.

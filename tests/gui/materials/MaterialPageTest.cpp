@@ -1,6 +1,7 @@
 // What only widgets can show of the material page: double-clicks on the property labels,
 // a file dropped on a path box, the colour dialog, and a whole edit through the main
 // window, saved, compared with the expected pose and read back.
+#include "gui/materials/MaterialPage.h"
 #include "core/maps/Thumbnails.h"
 #include "core/materials/MaterialPageState.h"
 #include "core/model/Session.h"
@@ -8,7 +9,6 @@
 #include "gui/MainWindow.h"
 #include "gui/QtInteraction.h"
 #include "gui/materials/CreateMatWindow.h"
-#include "gui/materials/MaterialPage.h"
 #include "support/ScriptedInteraction.h"
 #include "support/TestHome.h"
 
@@ -257,7 +257,8 @@ void MaterialPageTest::demoAndCorpusCharactersFitTheScreen() {
     window.show();
     // The page with the window's menu bar and tab strip around it.
     const QSize page = window.findChild<QWidget *>("picOptions_0")->minimumSizeHint();
-    QVERIFY2(page.width() <= 1000 && page.height() <= 680, qPrintable(QString("%1 x %2").arg(page.width()).arg(page.height())));
+    QVERIFY2(page.width() <= 1000 && page.height() <= 680,
+             qPrintable(QString("%1 x %2").arg(page.width()).arg(page.height())));
 
     ui.nextFile(settings.PoserFolder + "/Runtime/Libraries/Character/Demo/Gelvane Mannequin.cr2");
     ui.nextAnswer(MsgResult::No);
