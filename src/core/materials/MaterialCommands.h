@@ -21,7 +21,7 @@ class Session;
 void cmd_Click(Session &session, int index);
 
 // The map dialog of Browse button `index` (10 to 13). It starts in the folder of the map
-// chosen last, else in the map folder of the settings.
+// chosen last; before the first choice that folder becomes the map folder of the settings.
 FileDialogRequest MapDialogRequest(Session &session, int index);
 
 // Files dropped on path box TXT(box), 8 to 11: the box takes the first one, and the row's

@@ -22,7 +22,6 @@ TEST_F(CreateMaterialsTest, RemoveObjectHasThreeBranches) {
     cmd_Click(session, 1);
     EXPECT_EQ(session.cmbFigures, (Strings{"figure", "hat"}));
     EXPECT_EQ(session.Figures.size(), 2u);
-    EXPECT_EQ(session.View.cmbFiguresIndex, 0);
     EXPECT_EQ(session.View.lstMaterials, (Strings{"Skin", "Eyes", "Lips"}));
     EXPECT_TRUE(session.FileModified);
 
@@ -72,10 +71,7 @@ TEST_F(CreateMaterialsTest, NewMaterial) {
     ui.nextInput("skin");
     cmdNewMat_Click(session);
     EXPECT_EQ(Names(session.Figures[0]), (Strings{"Skin", "Eyes", "Lips"}));
-    ASSERT_EQ(ui.messages().size(), 3u); // the two input boxes and the message
-    EXPECT_EQ(ui.messages()[0].Title, "New material");
-    EXPECT_EQ(ui.messages()[0].Text, "Enter a name for the new material");
-    EXPECT_EQ(ui.messages()[2].Text, kMaterialExists);
+    EXPECT_EQ(ui.messages().back().Text, kMaterialExists);
     EXPECT_FALSE(session.FileModified);
 
     // An actor row becomes an owner at the row of its new Figure; the new material has
@@ -88,7 +84,6 @@ TEST_F(CreateMaterialsTest, NewMaterial) {
     EXPECT_EQ(session.Figures[2].Name, "head");
     EXPECT_EQ(Names(session.Figures[2]), Strings{" Wig "});
     EXPECT_EQ(session.cmbFigures, (Strings{"figure", "hat", "actor head", "actor hip"}));
-    EXPECT_EQ(session.View.cmbFiguresIndex, 2);
     EXPECT_EQ(session.View.lstMaterials, Strings{" Wig "});
     const MaterialControls c = MaterialControlsOf(session);
     EXPECT_TRUE(std::all_of(c.DisabledLook.begin(), c.DisabledLook.end(), [](bool off) { return off; }));

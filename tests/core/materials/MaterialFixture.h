@@ -15,14 +15,11 @@ inline Material FullMaterial(const std::string &name, int16_t shade) {
     m.KdColor = {shade, 0, 0};
     m.KsColor = {0, shade, 0};
     m.KaColor = {0, 0, shade};
-    m.ReflectionColor = {shade, shade, shade};
     m.NsExponent = 40;
     m.tMin = 10;
-    m.tMax = 90;
     m.tExpo = 0.5f;
     m.TextureColor = "80";
     m.bumpStrength = "-20";
-    m.reflectionStrength = "60";
     m.textureMap = m.bumpMap = m.reflectionMap = m.transparencyMap = "NO_MAP";
     for (int p = 0; p < kPropertyCount; ++p)
         PropertyFlag(m, p) = true;
