@@ -127,8 +127,10 @@ void MainWindow::buildPages() {
     connect(m_tbsOptions, &QTabWidget::currentChanged, this, &MainWindow::tbsOptions_Click);
     connect(m_saveOptions, &SaveOptionsPage::sessionChanged, this, &MainWindow::refreshFromSession);
     connect(m_posePage, &PosePage::sessionChanged, this, &MainWindow::refreshFromSession);
-    // Choosing an object changes what the menus offer, not the pages themselves.
+    // Choosing an object changes what the menus offer; the material commands may switch the
+    // materials off (the last object removed), which the save options show.
     connect(m_materialPage, &MaterialPage::objectChosen, this, &MainWindow::refreshMenus);
+    connect(m_materialPage, &MaterialPage::sessionChanged, this, &MainWindow::refreshFromSession);
 }
 
 void MainWindow::setWindowOpener(const QString &menuName, std::function<void(QWidget *)> opener) {

@@ -160,14 +160,12 @@ void PagesTest::materialPageShowsObjectsAndMaterials() {
     QCOMPARE(lstMaterials->currentRow(), 0);
 
     QSignalSpy chosen(&page, &MaterialPage::objectChosen);
-    QSignalSpy changed(&page, &MaterialPage::sessionChanged);
     cmbFigures->setFocus();
     QTest::keyClick(cmbFigures, Qt::Key_Down);
     QCOMPARE(session.View.cmbFiguresIndex, 1);
     QCOMPARE(Rows(lstMaterials), QStringList({"HairMat"}));
     QCOMPARE(session.View.lstMaterials, std::vector<std::string>{"HairMat"});
     QCOMPARE(chosen.count(), 1);
-    QCOMPARE(changed.count(), 1);
 
     // An actor row has no materials: the list empties and waits.
     QTest::keyClick(cmbFigures, Qt::Key_Down);
@@ -203,6 +201,7 @@ void PagesTest::materialPageShowsCachedThumbnails() {
     ThumbnailCache thumbnails;
     ConnectThumbnails(session, thumbnails);
     session.LoadThumbNail(FullMapPath(settings.PoserFolder, texture));
+    ShowSelectedMaterial(session); // the maps were set behind the page's back
 
     MaterialPage page(session, thumbnails);
     page.refresh();

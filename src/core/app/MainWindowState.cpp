@@ -2,6 +2,7 @@
 
 #include "core/app/SaveCommands.h"
 #include "core/channels/ChannelProperties.h"
+#include "core/materials/MaterialPageState.h"
 #include "core/model/CommandText.h"
 #include "core/model/Numbers.h"
 #include "core/model/Session.h"
@@ -26,7 +27,7 @@ bool chkNoMaterialData_Click(Session &session, bool checked) {
             return false;
         }
         options.chkNoMaterialData = true;
-        view.MaterialControlsEnabled = false;
+        DisableMaterialControls(session);
         view.cmbFiguresEnabled = false;
     } else {
         options.chkNoMaterialData = false;

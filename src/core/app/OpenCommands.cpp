@@ -2,6 +2,7 @@
 
 #include "core/app/CommandLine.h"
 #include "core/maps/MapCheck.h"
+#include "core/materials/MaterialPageState.h"
 #include "core/model/CommandText.h"
 #include "core/model/Session.h"
 #include "core/model/Text.h"
@@ -37,6 +38,9 @@ void RunAfterOpen(Session &session) {
         return;
     ComputeFileStatistics(session);
     CheckMapReferences(session);
+    // The map check may have rewritten what the material page shows.
+    if (session.MaterialPage)
+        ShowSelectedMaterial(session);
     if (!session.OpenFailed && !session.FileName.empty())
         session.View.mnuFileInfoEnabled = true;
 }

@@ -23,6 +23,7 @@ void ViewState::ClearMaterialControls() {
 void ViewState::EnableMaterialControls() {
     MaterialControlsEnabled = true;
     cmbFiguresEnabled = true;
+    cmdDeleteEnabled = true;
     cmdNewMatEnabled = true;
     cmdCreateMatEnabled = true;
 }
@@ -55,6 +56,8 @@ void ResetMainWindow(Session &session) {
     session.FileName.clear();
     session.FileVersion.clear();
     session.FileModified = false;
+    if (session.MaterialPage)
+        session.MaterialPage->WindowReset(session);
 }
 
 void ShowMaterialList(Session &session) {
@@ -67,6 +70,8 @@ void ShowMaterialList(Session &session) {
     for (const Material &material : session.Figures[static_cast<size_t>(row)].Materials)
         view.lstMaterials.push_back(material.Name);
     view.lstMaterialsIndex = 0;
+    if (session.MaterialPage)
+        session.MaterialPage->MaterialListShown(session);
 }
 
 void FillDialList(Session &session, int actorIndex) {

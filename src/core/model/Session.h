@@ -18,6 +18,7 @@ namespace gelvane {
 
 struct Settings;
 class Interaction;
+class Session;
 
 // Enabled states and texts of main-window controls that core operations set.
 struct ViewState {
@@ -79,10 +80,14 @@ struct FileStatisticsRecord {
 };
 
 // State that an area above the model keeps for one session (the material page's, for
-// one): the session owns it without knowing its type.
+// one): the session owns it without knowing its type. The model tells it what it changed.
 class SessionPart {
 public:
     virtual ~SessionPart() = default;
+    // ShowMaterialList refilled the material list with its first row focused.
+    virtual void MaterialListShown(Session &) {}
+    // ResetMainWindow put the window into the nothing-loaded state.
+    virtual void WindowReset(Session &) {}
 };
 
 class Session {

@@ -1,20 +1,25 @@
 #include "gui/materials/MaterialPage.h"
 
+#include "core/materials/CreateMaterials.h"
+#include "core/materials/MaterialCommands.h"
 #include "core/materials/MaterialPageState.h"
 #include "core/materials/Templates.h"
 #include "core/model/Session.h"
 #include "gui/ThumbnailImage.h"
 #include "gui/WidgetText.h"
+#include "gui/materials/CreateMatWindow.h"
 #include "gui/materials/TemplatesWindow.h"
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QFrame>
+#include <QDragEnterEvent>
+#include <QFile>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QLineEdit>
 #include <QListWidget>
+#include <QMimeData>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSignalBlocker>
@@ -93,23 +98,17 @@ constexpr CommandText kCommands[29] = {
     {"Fix", kFixTip},
 };
 
-// Number boxes TXT(1) to TXT(7) and their bars SCR(0) to SCR(6).
+// The number rows, top to bottom: box TXT(Box) with bar SCR(Box - 1) and its Apply button.
 struct NumberRow {
-    int Property; // index into kProperties
     int Box;
-    int Minimum, Maximum, PageStep, Initial;
     const char *Tip;
     int Apply;
 };
-
 constexpr NumberRow kNumbers[7] = {
-    {4, 1, 1, 100, 3, 100, "Type a value between 1 and 100", 14},
-    {5, 2, 0, 100, 3, 0, "Type a value between 0 and 100", 15},
-    {6, 3, 0, 100, 3, 0, "Type a value between 0 and 100", 16},
-    {7, 4, 0, 1000, 30, 0, "Type a value between 0 and 10", 17},
-    {12, 5, 0, 100, 3, 100, "Type a value between 0 and 100", 22},
-    {13, 6, -100, 100, 4, 100, "Type a value between -100 and 100", 23},
-    {14, 7, 0, 100, 3, 100, "Type a value between 0 and 100", 24},
+    {1, "Type a value between 1 and 100", 14}, {2, "Type a value between 0 and 100", 15},
+    {3, "Type a value between 0 and 100", 16}, {4, "Type a value between 0 and 10", 17},
+    {5, "Type a value between 0 and 100", 22}, {6, "Type a value between -100 and 100", 23},
+    {7, "Type a value between 0 and 100", 24},
 };
 
 const char *const kMapNames[4] = {"Texture Map", "Bump Map", "Reflection Map", "Transparency Map"};
@@ -129,25 +128,120 @@ QStringList Rows(const QComboBox *list) {
     return rows;
 }
 
+std::vector<int> SelectedRows(const QListWidget *list) {
+    std::vector<int> rows;
+    for (const QListWidgetItem *item : list->selectedItems())
+        rows.push_back(list->row(item));
+    std::sort(rows.begin(), rows.end());
+    return rows;
+}
+
+QStringList Latin1Rows(const std::vector<std::string> &rows) {
+    QStringList list;
+    for (const std::string &row : rows)
+        list << Latin1(row);
+    return list;
+}
+
+// A combo box shows `rows` with row `index` chosen, without running its handler.
+void ShowRows(QComboBox *combo, const std::vector<std::string> &rows, int index) {
+    const QSignalBlocker blocker(combo);
+    const QStringList list = Latin1Rows(rows);
+    if (list != Rows(combo)) {
+        combo->clear();
+        combo->addItems(list);
+    }
+    combo->setCurrentIndex(index >= 0 && index < list.size() ? index : -1);
+}
+
+// A control of a property keeps its room while hidden, so the page doesn't jump about.
+void KeepRoom(QWidget *widget) {
+    QSizePolicy policy = widget->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    widget->setSizePolicy(policy);
+}
+
+bool HoldsFiles(const QMimeData *data) {
+    const QList<QUrl> urls = data->urls();
+    return std::any_of(urls.begin(), urls.end(), [](const QUrl &url) { return url.isLocalFile(); });
+}
+
+void Show(QWidget *widget, bool visible, bool enabled) {
+    widget->setVisible(visible);
+    widget->setEnabled(enabled);
+}
+
 } // namespace
+
+Swatch::Swatch(QWidget *parent) : QFrame(parent) {
+    setFrameShape(QFrame::Box);
+    setAutoFillBackground(true);
+    setCursor(Qt::PointingHandCursor);
+}
+
+void Swatch::setColor(const QColor &color) {
+    QPalette palette = this->palette();
+    palette.setColor(QPalette::Window, color);
+    setPalette(palette);
+}
+
+void Swatch::mouseReleaseEvent(QMouseEvent *event) {
+    QFrame::mouseReleaseEvent(event);
+    if (isEnabled() && rect().contains(event->position().toPoint()))
+        emit clicked();
+}
+
+PathBox::PathBox(QWidget *parent) : QLineEdit(parent) {
+    setAcceptDrops(true);
+}
+
+void PathBox::dragEnterEvent(QDragEnterEvent *event) {
+    if (HoldsFiles(event->mimeData()))
+        event->acceptProposedAction();
+    else
+        event->ignore();
+}
+
+void PathBox::dragMoveEvent(QDragMoveEvent *event) {
+    if (HoldsFiles(event->mimeData()))
+        event->acceptProposedAction();
+    else
+        event->ignore();
+}
+
+void PathBox::dropEvent(QDropEvent *event) {
+    QStringList paths;
+    for (const QUrl &url : event->mimeData()->urls())
+        if (url.isLocalFile())
+            paths << url.toLocalFile();
+    event->acceptProposedAction(); // never a drop on the window behind
+    if (!paths.isEmpty())
+        emit filesDropped(paths);
+}
 
 MaterialPage::MaterialPage(Session &session, ThumbnailCache &thumbnails, QWidget *parent)
     : QWidget(parent), m_session(session), m_thumbnails(thumbnails) {
     setObjectName("picOptions_0");
+    MaterialPageOf(m_session);
     Build();
-    SetMaterialControlsEnabled(false);
+    Connect();
+    refresh();
 }
 
 void MaterialPage::Build() {
+    for (int i = 0; i < 29; ++i)
+        m_cmd[i] = Named(new QPushButton(kCommands[i].Caption, this), Indexed("cmd", i), kCommands[i].Tip);
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(6, 6, 6, 6);
+    layout->setSpacing(12);
     layout->addWidget(BuildListColumn());
     layout->addWidget(BuildPropertyColumn(), 1);
+    layout->addWidget(BuildMapColumn());
 }
 
 QWidget *MaterialPage::BuildListColumn() {
     auto *column = new QWidget(this);
-    column->setFixedWidth(250);
+    column->setFixedWidth(220);
     auto *v = new QVBoxLayout(column);
     v->setContentsMargins(0, 0, 0, 0);
 
@@ -159,6 +253,7 @@ QWidget *MaterialPage::BuildListColumn() {
     m_cmbFigures->setMinimumContentsLength(8);
     objectRow->addWidget(m_lblObject);
     objectRow->addWidget(m_cmbFigures, 1);
+    objectRow->addWidget(m_cmd[1]);
     v->addLayout(objectRow);
 
     m_lblMaterials = Named(new QLabel("Materials", column), "lblMaterials");
@@ -166,9 +261,6 @@ QWidget *MaterialPage::BuildListColumn() {
     m_lstMaterials = Named(new QListWidget(column), "lstMaterials", "Select the material(s) you want to edit");
     m_lstMaterials->setSelectionMode(QAbstractItemView::ExtendedSelection);
     v->addWidget(m_lstMaterials, 1);
-
-    for (int i = 0; i < 29; ++i)
-        m_cmd[i] = Named(new QPushButton(kCommands[i].Caption, this), Indexed("cmd", i), kCommands[i].Tip);
 
     auto *selectRow = new QHBoxLayout;
     m_cmdInvertSel = Named(new QPushButton("Invert sel", column), "cmdInvertSel", "Select all materials");
@@ -183,7 +275,6 @@ QWidget *MaterialPage::BuildListColumn() {
                            "Copy material(s) to the selected object from another object");
     v->addWidget(m_cmdNewMat);
     v->addWidget(m_cmdCreateMat);
-    v->addWidget(m_cmd[1]);
 
     auto *templates = new QGridLayout;
     m_lblTemplate = Named(new QLabel("Template", column), "lblTemplate");
@@ -201,129 +292,107 @@ QWidget *MaterialPage::BuildListColumn() {
     templates->setColumnStretch(1, 1);
     templates->setColumnStretch(2, 1);
     v->addLayout(templates);
-
-    connect(m_cmbFigures, &QComboBox::activated, this, &MaterialPage::cmbFigures_Click);
-    connect(m_Combo1, &QComboBox::activated, this, [this](int row) {
-        m_session.View.Combo1Index = row;
-        if (m_session.LoadTemplateGroups)
-            m_session.LoadTemplateGroups(row);
-        refresh();
-        emit sessionChanged();
-    });
-    connect(m_Combo2, &QComboBox::activated, this, &MaterialPage::Combo2_Click);
-    connect(m_cmdEditTemplate, &QPushButton::clicked, this, [this] {
-        cmdEditTemplate_Click(m_session, [this] {
-            TemplatesWindow editor(m_session, this);
-            editor.exec();
-        });
-        refresh();
-        emit sessionChanged();
-    });
-    connect(m_cmdDelTemplate, &QPushButton::clicked, this, [this] {
-        cmdDelTemplate_Click(m_session);
-        refresh();
-        emit sessionChanged();
-    });
-    connect(m_lstMaterials, &QListWidget::itemSelectionChanged, this, &MaterialPage::lstMaterials_Click);
     return column;
 }
 
 QWidget *MaterialPage::BuildPropertyColumn() {
     auto *column = new QWidget(this);
-    auto *halves = new QHBoxLayout(column);
-    halves->setContentsMargins(0, 0, 0, 0);
-    halves->setSpacing(14);
-    auto *grid = new QGridLayout;
+    auto *grid = new QGridLayout(column);
+    grid->setContentsMargins(0, 0, 0, 0);
     grid->setHorizontalSpacing(6);
-    grid->setVerticalSpacing(4);
-    auto *maps = new QGridLayout;
-    maps->setHorizontalSpacing(4);
-    maps->setVerticalSpacing(2);
-    halves->addLayout(grid, 1);
-    halves->addLayout(maps);
+    grid->setVerticalSpacing(6);
 
     for (int i = 0; i < 18; ++i) {
-        m_lblOpen[i] =
-            Named(new QLabel(kProperties[i].Caption, column), kProperties[i].Open, "Double-click to disable");
-        m_lblClose[i] = Named(new QLabel(QString(kProperties[i].Caption) + " Disabled", column), kProperties[i].Close,
+        m_lblOpen[i] = Named(new QLabel(kProperties[i].Caption, this), kProperties[i].Open, "Double-click to disable");
+        m_lblClose[i] = Named(new QLabel(QString(kProperties[i].Caption) + " Disabled", this), kProperties[i].Close,
                               "Double-click to enable");
         QFont bold = m_lblClose[i]->font();
         bold.setBold(true);
         m_lblClose[i]->setFont(bold);
         m_lblClose[i]->setVisible(false);
         m_lblClose[i]->setEnabled(false);
+        m_lblOpen[i]->installEventFilter(this);
+        m_lblClose[i]->installEventFilter(this);
     }
-    // Both labels of a property share one cell; only one of them is ever visible.
-    auto placeLabels = [&](QGridLayout *in, int property, int row, int col, int span = 1) {
-        in->addWidget(m_lblOpen[property], row, col, 1, span);
-        in->addWidget(m_lblClose[property], row, col, 1, span);
-    };
+    for (int i = 1; i < 12; ++i) {
+        m_TXT[i] = Named(i >= 8 ? new PathBox(this) : new QLineEdit(this), Indexed("TXT", i));
+        KeepRoom(m_TXT[i]);
+    }
     for (int i = 2; i < 29; ++i)
-        m_cmd[i]->setMaximumWidth(i >= 10 && i <= 13 ? 32 : 64);
-    for (int i = 1; i < 12; ++i)
-        m_TXT[i] = Named(new QLineEdit(column), Indexed("TXT", i));
+        KeepRoom(m_cmd[i]);
+    // Both labels of a property share one cell; only one of them is ever visible.
+    const auto placeLabels = [&](int property, int row) {
+        grid->addWidget(m_lblOpen[property], row, 0);
+        grid->addWidget(m_lblClose[property], row, 0, 1, 4);
+    };
 
-    // Left half: colours, numbers, strengths and the three switches.
     int row = 0;
     for (int i = 0; i < 4; ++i, ++row) {
-        placeLabels(grid, i, row, 0);
-        m_SHP[i] = Named(new QFrame(column), Indexed("SHP", i),
+        placeLabels(i, row);
+        m_SHP[i] = Named(new Swatch(column), Indexed("SHP", i),
                          QString("Select %1 for selected material(s)").arg(kProperties[i].Caption));
-        m_SHP[i]->setFrameShape(QFrame::Box);
         m_SHP[i]->setFixedSize(60, 20);
-        m_SHP[i]->setAutoFillBackground(true);
-        m_SHP[i]->setStyleSheet("background-color: rgb(192, 192, 192);");
+        KeepRoom(m_SHP[i]);
         grid->addWidget(m_SHP[i], row, 1, Qt::AlignLeft);
     }
+    grid->setRowMinimumHeight(row++, 4);
     for (const NumberRow &n : kNumbers) {
-        placeLabels(grid, n.Property, row, 0);
+        placeLabels(PropertyOfBox(n.Box), row);
         QLineEdit *box = m_TXT[n.Box];
         box->setToolTip(n.Tip);
-        box->setFixedWidth(60);
-        box->setText(QString::number(n.Box == 4 ? n.Initial / 100.0 : n.Initial));
+        box->setFixedWidth(56);
+        const BarRange range = BarRangeOf(n.Box - 1);
         QScrollBar *bar = Named(new QScrollBar(Qt::Horizontal, column), Indexed("SCR", n.Box - 1));
-        bar->setRange(n.Minimum, n.Maximum);
-        bar->setPageStep(n.PageStep);
-        bar->setValue(n.Initial);
-        bar->setMinimumWidth(100);
+        bar->setRange(range.Minimum, range.Maximum);
+        bar->setPageStep(range.PageStep);
+        bar->setMinimumWidth(90);
+        KeepRoom(bar);
         m_SCR[n.Box - 1] = bar;
         grid->addWidget(box, row, 1);
         grid->addWidget(bar, row, 2);
         grid->addWidget(m_cmd[n.Apply], row, 3);
+        m_cmd[n.Apply]->setMaximumWidth(56);
         ++row;
     }
-    m_chkApplyTextures =
-        Named(new QCheckBox(column), "chkApplyTextures",
-              "Check to apply texture to highlight. In P5 the image map node will be connected to specular color");
-    m_chkMultiplyThroughLights = Named(new QCheckBox(column), "chkMultiplyThroughLights");
-    m_chkMultiplyThroughKdColor = Named(new QCheckBox(column), "chkMultiplyThroughKdColor");
-    const std::array<QCheckBox *, 3> checks{m_chkApplyTextures, m_chkMultiplyThroughLights,
-                                            m_chkMultiplyThroughKdColor};
+    grid->setRowMinimumHeight(row++, 4);
+    const char *checkNames[3] = {"chkApplyTextures", "chkMultiplyThroughLights", "chkMultiplyThroughKdColor"};
     for (int i = 0; i < 3; ++i, ++row) {
+        m_checks[i] = Named(new QCheckBox(column), checkNames[i]);
+        KeepRoom(m_checks[i]);
         auto *cell = new QHBoxLayout;
-        cell->addWidget(checks[i]);
-        cell->addWidget(m_lblOpen[15 + i]);
-        cell->addWidget(m_lblClose[15 + i]);
-        cell->addStretch(1);
+        cell->setSpacing(4);
+        cell->addWidget(m_checks[i]);
+        cell->addWidget(m_lblOpen[15 + i], 1);
         grid->addLayout(cell, row, 0, 1, 4);
+        grid->addWidget(m_lblClose[15 + i], row, 0, 1, 4);
     }
+    m_checks[0]->setToolTip(
+        "Check to apply texture to highlight. In P5 the image map node will be connected to specular color");
     grid->setColumnStretch(2, 1);
     grid->setRowStretch(row, 1);
+    return column;
+}
 
-    // Right half: the four map rows, their thumbnails and the path form switch.
-    int mapRow = 0;
+QWidget *MaterialPage::BuildMapColumn() {
+    auto *column = new QWidget(this);
+    column->setFixedWidth(300);
+    auto *maps = new QGridLayout(column);
+    maps->setContentsMargins(0, 0, 0, 0);
+    maps->setHorizontalSpacing(4);
+    maps->setVerticalSpacing(2);
+    int row = 0;
     for (int i = 0; i < 4; ++i) {
-        placeLabels(maps, 8 + i, mapRow++, 0, 5);
+        maps->addWidget(m_lblOpen[8 + i], row, 0, 1, 5);
+        maps->addWidget(m_lblClose[8 + i], row++, 0, 1, 5);
         QLineEdit *box = m_TXT[8 + i];
         box->setToolTip(QString("Type path and name of the %1 for selected material(s)").arg(kMapNames[i]));
-        box->setMinimumWidth(260);
-        maps->addWidget(box, mapRow++, 0, 1, 5);
+        maps->addWidget(box, row++, 0, 1, 5);
         // No Map, Open, Browse, Fix, Apply.
         const int buttons[5] = {2 + i, 6 + i, 10 + i, 25 + i, 18 + i};
         for (int b = 0; b < 5; ++b)
-            maps->addWidget(m_cmd[buttons[b]], mapRow, b);
-        maps->setRowMinimumHeight(++mapRow, 6);
-        ++mapRow;
+            maps->addWidget(m_cmd[buttons[b]], row, b);
+        maps->setRowMinimumHeight(++row, 8);
+        ++row;
     }
     auto *thumbs = new QGridLayout;
     thumbs->setSpacing(4);
@@ -337,145 +406,214 @@ QWidget *MaterialPage::BuildPropertyColumn() {
         thumbs->addWidget(m_imgThumb[i], (i / 2) * 2, i % 2, Qt::AlignHCenter);
         thumbs->addWidget(m_lblThumb[i], (i / 2) * 2 + 1, i % 2);
     }
-    maps->addLayout(thumbs, mapRow++, 0, 1, 5);
+    maps->addLayout(thumbs, row++, 0, 1, 5);
     auto *pathForm = new QHBoxLayout;
     m_chkTexture = Named(new QCheckBox(column), "chkTexture",
                          "Use absolute file references with textures, bumps, reflection maps and transparency maps");
     pathForm->addWidget(m_chkTexture);
-    connect(m_chkTexture, &QCheckBox::toggled, this, [this](bool checked) { chkTexture_Click(m_session, checked); });
     pathForm->addWidget(Named(new QLabel("Use full map paths", column), "lblUseFullPath"));
     pathForm->addStretch(1);
-    maps->addLayout(pathForm, mapRow++, 0, 1, 5);
-    maps->setRowStretch(mapRow, 1);
+    maps->addLayout(pathForm, row++, 0, 1, 5);
+    maps->setRowStretch(row, 1);
     return column;
 }
 
-void MaterialPage::SetMaterialControlsEnabled(bool enabled) {
-    for (auto *w : m_cmd)
-        w->setEnabled(false); // the commands arrive with their own handlers
-    for (auto *w : m_SCR)
-        w->setEnabled(false);
-    for (int i = 1; i < 12; ++i)
-        m_TXT[i]->setEnabled(false);
-    for (auto *w : m_SHP)
-        w->setEnabled(false);
-    for (auto *w : m_lblOpen)
-        w->setEnabled(enabled);
-    for (auto *w : {m_chkApplyTextures, m_chkMultiplyThroughLights, m_chkMultiplyThroughKdColor})
-        w->setEnabled(false);
-    for (auto *w : {m_cmdInvertSel, m_cmdDeleteMaterials, m_cmdNewMat, m_cmdCreateMat})
-        w->setEnabled(false);
-    m_lstMaterials->setEnabled(enabled);
-    m_lblMaterials->setEnabled(enabled);
-    m_lblSelGroup->setEnabled(enabled);
+template <class F> void MaterialPage::Run(F handler, bool beyondThePage) {
+    handler();
+    refresh();
+    if (beyondThePage)
+        emit sessionChanged();
 }
 
-void MaterialPage::refresh() {
-    const ViewState &view = m_session.View;
-    const MaterialControls controls = MaterialControlsOf(m_session);
-    QStringList rows;
-    for (const std::string &line : m_session.cmbFigures)
-        rows << Latin1(line);
-    {
-        const QSignalBlocker blocker(m_cmbFigures);
-        if (rows != Rows(m_cmbFigures)) {
-            m_cmbFigures->clear();
-            m_cmbFigures->addItems(rows);
-        }
-        m_cmbFigures->setCurrentIndex(view.cmbFiguresIndex < rows.size() ? view.cmbFiguresIndex : -1);
-    }
-    m_cmbFigures->setEnabled(controls.cmbFigures);
-    m_cmd[1]->setEnabled(controls.cmdDelete);
+void MaterialPage::Connect() {
+    connect(m_cmbFigures, &QComboBox::activated, this, &MaterialPage::cmbFigures_Click);
+    connect(m_lstMaterials, &QListWidget::itemSelectionChanged, this, &MaterialPage::lstMaterials_Click);
+    connect(m_Combo1, &QComboBox::activated, this, [this](int row) {
+        Run([&] {
+            m_session.View.Combo1Index = row;
+            if (m_session.LoadTemplateGroups)
+                m_session.LoadTemplateGroups(row);
+        });
+    });
+    connect(m_Combo2, &QComboBox::activated, this, &MaterialPage::Combo2_Click);
+    connect(m_cmdEditTemplate, &QPushButton::clicked, this, [this] {
+        Run([&] {
+            cmdEditTemplate_Click(m_session, [this] {
+                TemplatesWindow editor(m_session, this);
+                editor.exec();
+            });
+        });
+    });
+    connect(m_cmdDelTemplate, &QPushButton::clicked, this, [this] { Run([&] { cmdDelTemplate_Click(m_session); }); });
 
-    QStringList names;
-    for (const std::string &name : view.lstMaterials)
-        names << Latin1(name);
-    {
-        const QSignalBlocker blocker(m_lstMaterials);
-        // Rows that stay the same keep the user's selection.
-        if (names != Rows(m_lstMaterials)) {
-            m_lstMaterials->clear();
-            m_lstMaterials->addItems(names);
-            if (view.lstMaterialsIndex >= 0 && view.lstMaterialsIndex < names.size())
-                m_lstMaterials->setCurrentRow(view.lstMaterialsIndex);
+    for (int i = 0; i < 29; ++i)
+        connect(m_cmd[i], &QPushButton::clicked, this, [this, i] { Run([&] { cmd_Click(m_session, i); }, true); });
+    connect(m_cmdInvertSel, &QPushButton::clicked, this, [this] { Run([&] { cmdInvertSel_Click(m_session); }); });
+    connect(m_cmdDeleteMaterials, &QPushButton::clicked, this,
+            [this] { Run([&] { cmdDeleteMaterials_Click(m_session); }, true); });
+    connect(m_cmdNewMat, &QPushButton::clicked, this, [this] { Run([&] { cmdNewMat_Click(m_session); }, true); });
+    connect(m_cmdCreateMat, &QPushButton::clicked, this, &MaterialPage::cmdCreateMat_Click);
+
+    for (int i = 1; i < 12; ++i)
+        connect(m_TXT[i], &QLineEdit::textEdited, this, [this, i](const QString &text) {
+            Run([&] { TXT_Change(m_session, i, text.toLatin1().toStdString()); });
+        });
+    for (int i = 8; i < 12; ++i)
+        connect(static_cast<PathBox *>(m_TXT[i]), &PathBox::filesDropped, this, [this, i](const QStringList &paths) {
+            std::vector<std::string> files;
+            for (const QString &path : paths)
+                files.push_back(QFile::encodeName(path).toStdString());
+            Run([&] { TXT_Drop(m_session, i, files); });
+        });
+    for (int i = 0; i < 7; ++i)
+        connect(m_SCR[i], &QScrollBar::valueChanged, this,
+                [this, i](int value) { Run([&] { SCR_Change(m_session, i, value); }); });
+    for (int i = 0; i < 4; ++i)
+        connect(m_SHP[i], &Swatch::clicked, this, [this, i] { Run([&] { SHP_Click(m_session, i); }); });
+    for (int i = 0; i < 3; ++i)
+        connect(m_checks[i], &QCheckBox::clicked, this, [this, i] { Run([&] { CheckBox_Click(m_session, i); }); });
+    connect(m_chkTexture, &QCheckBox::toggled, this, [this](bool checked) { chkTexture_Click(m_session, checked); });
+}
+
+bool MaterialPage::eventFilter(QObject *watched, QEvent *event) {
+    if (event->type() == QEvent::MouseButtonDblClick) {
+        for (int p = 0; p < 18; ++p) {
+            if (watched == m_lblOpen[p]) {
+                Run([&] { lblX_DblClick(m_session, p); });
+                return true;
+            }
+            if (watched == m_lblClose[p]) {
+                Run([&] { lblCloseX_DblClick(m_session, p); });
+                return true;
+            }
         }
     }
-    SetMaterialControlsEnabled(controls.lstMaterials);
-    {
-        const QSignalBlocker blocker(m_Combo1);
-        QStringList templates;
-        for (const std::string &name : view.Combo1)
-            templates << Latin1(name);
-        if (templates != Rows(m_Combo1)) {
-            m_Combo1->clear();
-            m_Combo1->addItems(templates);
-        }
-        m_Combo1->setCurrentIndex(view.Combo1Index < templates.size() ? view.Combo1Index : -1);
-    }
-    m_Combo1->setEnabled(controls.Combo1);
-    {
-        const QSignalBlocker blocker(m_chkTexture);
-        m_chkTexture->setChecked(view.chkTexture);
-    }
-    {
-        const QSignalBlocker blocker(m_Combo2);
-        QStringList groups;
-        for (const std::string &name : view.Combo2)
-            groups << Latin1(name);
-        if (groups != Rows(m_Combo2)) {
-            m_Combo2->clear();
-            m_Combo2->addItems(groups);
-        }
-        m_Combo2->setCurrentIndex(view.Combo2Index < groups.size() ? view.Combo2Index : -1);
-    }
-    for (QWidget *w : {static_cast<QWidget *>(m_Combo2), static_cast<QWidget *>(m_cmdEditTemplate),
-                       static_cast<QWidget *>(m_cmdDelTemplate)})
-        w->setEnabled(view.TemplateLoaded);
-    lstMaterials_Click();
+    return QWidget::eventFilter(watched, event);
+}
+
+void MaterialPage::showEvent(QShowEvent *event) {
+    QWidget::showEvent(event);
+    MaterialsTab_Click(m_session);
+    refresh();
 }
 
 void MaterialPage::cmbFigures_Click(int row) {
-    gelvane::cmbFigures_Click(m_session, row);
-    {
-        // A chosen object always starts at its first material.
-        const QSignalBlocker blocker(m_lstMaterials);
-        m_lstMaterials->clear();
-    }
-    refresh();
+    Run([&] { gelvane::cmbFigures_Click(m_session, row); });
     emit objectChosen(row);
-    emit sessionChanged();
-}
-
-void MaterialPage::Combo2_Click(int row) {
-    if (!SelectTemplateGroup(m_session, row))
-        return;
-    ShowSelection();
-    ShowThumbnails();
-    emit sessionChanged();
-}
-
-void MaterialPage::ShowSelection() {
-    const std::vector<int> &rows = MaterialPageOf(m_session).SelectedMaterials;
-    QItemSelection selection;
-    for (const int row : rows)
-        if (row >= 0 && row < m_lstMaterials->count())
-            selection.select(m_lstMaterials->model()->index(row, 0), m_lstMaterials->model()->index(row, 0));
-    const QSignalBlocker blocker(m_lstMaterials);
-    m_lstMaterials->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
-    m_lstMaterials->setCurrentRow(m_session.View.lstMaterialsIndex, QItemSelectionModel::NoUpdate);
 }
 
 void MaterialPage::lstMaterials_Click() {
-    std::vector<int> selected;
-    for (const QListWidgetItem *item : m_lstMaterials->selectedItems())
-        selected.push_back(m_lstMaterials->row(item));
-    std::sort(selected.begin(), selected.end());
-    gelvane::lstMaterials_Click(m_session, selected, m_lstMaterials->currentRow());
-    if (m_lstMaterials->currentRow() != m_session.View.lstMaterialsIndex) {
-        const QSignalBlocker blocker(m_lstMaterials);
-        m_lstMaterials->setCurrentRow(m_session.View.lstMaterialsIndex, QItemSelectionModel::NoUpdate);
-    }
+    Run([&] { gelvane::lstMaterials_Click(m_session, SelectedRows(m_lstMaterials), m_lstMaterials->currentRow()); });
+}
+
+void MaterialPage::Combo2_Click(int row) {
+    Run([&] { SelectTemplateGroup(m_session, row); });
+}
+
+void MaterialPage::cmdCreateMat_Click() {
+    Run(
+        [&] {
+            CreateMatWindow window(m_session, this);
+            window.exec();
+        },
+        true);
+}
+
+void MaterialPage::refresh() {
+    ShowList();
+    ShowProperties();
+    ShowTemplates();
     ShowThumbnails();
+}
+
+void MaterialPage::ShowList() {
+    const ViewState &view = m_session.View;
+    const MaterialControls c = MaterialControlsOf(m_session);
+    ShowRows(m_cmbFigures, m_session.cmbFigures, view.cmbFiguresIndex);
+    m_cmbFigures->setEnabled(c.cmbFigures);
+    m_cmd[1]->setEnabled(c.cmdDelete);
+    m_lblObject->setEnabled(c.lstMaterials);
+
+    const QSignalBlocker blocker(m_lstMaterials);
+    const QStringList names = Latin1Rows(view.lstMaterials);
+    if (names != Rows(m_lstMaterials)) {
+        m_lstMaterials->clear();
+        m_lstMaterials->addItems(names);
+    }
+    // The list is only touched where it differs, so that a selection the user is still
+    // dragging out isn't interrupted.
+    const std::vector<int> &wanted = MaterialPageOf(m_session).SelectedMaterials;
+    if (SelectedRows(m_lstMaterials) != wanted) {
+        QItemSelection selection;
+        for (const int row : wanted)
+            if (row >= 0 && row < m_lstMaterials->count())
+                selection.select(m_lstMaterials->model()->index(row, 0), m_lstMaterials->model()->index(row, 0));
+        m_lstMaterials->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+    }
+    if (m_lstMaterials->currentRow() != view.lstMaterialsIndex)
+        m_lstMaterials->setCurrentRow(view.lstMaterialsIndex, QItemSelectionModel::NoUpdate);
+    m_lstMaterials->setEnabled(c.lstMaterials);
+    m_lblMaterials->setEnabled(c.lstMaterials);
+    m_cmdInvertSel->setEnabled(c.cmdInvertSel);
+    m_cmdDeleteMaterials->setEnabled(c.cmdDeleteMaterials);
+    m_cmdNewMat->setEnabled(c.cmdNewMat);
+    m_cmdCreateMat->setEnabled(c.cmdCreateMat);
+}
+
+void MaterialPage::ShowProperties() {
+    const MaterialControls c = MaterialControlsOf(m_session);
+    const MaterialPageState &page = MaterialPageOf(m_session);
+    const auto visible = [&](int property) { return property < 0 || !c.DisabledLook[static_cast<size_t>(property)]; };
+    for (int p = 0; p < 18; ++p) {
+        const bool disabled = c.DisabledLook[static_cast<size_t>(p)];
+        Show(m_lblOpen[p], !disabled, c.lstMaterials && !disabled);
+        Show(m_lblClose[p], disabled, disabled);
+    }
+    for (int i = 0; i < 29; ++i)
+        Show(m_cmd[i], visible(PropertyOfCommand(i)), c.cmd[static_cast<size_t>(i)]);
+    for (int i = 1; i < 12; ++i) {
+        QLineEdit *box = m_TXT[i];
+        const QString text = Latin1(m_session.View.TXT[static_cast<size_t>(i)]);
+        if (box->text() != text)
+            box->setText(text); // a box keeps its cursor while what the user typed stands
+        Show(box, visible(PropertyOfBox(i)), c.TXT[static_cast<size_t>(i)]);
+        if (i >= 8) {
+            QPalette palette = box->palette();
+            palette.setColor(QPalette::Text,
+                             page.MapMissing[static_cast<size_t>(i - 8)] ? QColor(255, 0, 0) : QColor(Qt::black));
+            box->setPalette(palette);
+        }
+    }
+    for (int i = 0; i < 7; ++i) {
+        const QSignalBlocker blocker(m_SCR[i]);
+        m_SCR[i]->setValue(page.SCR[static_cast<size_t>(i)]);
+        Show(m_SCR[i], visible(PropertyOfBar(i)), c.SCR[static_cast<size_t>(i)]);
+    }
+    for (int i = 0; i < 4; ++i) {
+        const Rgb &colour = page.SHP[static_cast<size_t>(i)];
+        m_SHP[i]->setColor(QColor(colour.Red, colour.Green, colour.Blue));
+        Show(m_SHP[i], visible(i), c.SHP[static_cast<size_t>(i)]);
+    }
+    for (int i = 0; i < 3; ++i) {
+        const QSignalBlocker blocker(m_checks[i]);
+        m_checks[i]->setChecked(page.Checks[static_cast<size_t>(i)]);
+        Show(m_checks[i], visible(kKsIgnoreTexture + i), c.Checks[static_cast<size_t>(i)]);
+    }
+    const QSignalBlocker blocker(m_chkTexture);
+    m_chkTexture->setChecked(m_session.View.chkTexture);
+}
+
+void MaterialPage::ShowTemplates() {
+    const ViewState &view = m_session.View;
+    const MaterialControls c = MaterialControlsOf(m_session);
+    ShowRows(m_Combo1, view.Combo1, view.Combo1Index);
+    m_Combo1->setEnabled(c.Combo1);
+    m_lblTemplate->setEnabled(c.lstMaterials);
+    m_lblSelGroup->setEnabled(c.lstMaterials);
+    ShowRows(m_Combo2, view.Combo2, view.Combo2Index);
+    for (QWidget *w : {static_cast<QWidget *>(m_Combo2), static_cast<QWidget *>(m_cmdEditTemplate),
+                       static_cast<QWidget *>(m_cmdDelTemplate)})
+        w->setEnabled(view.TemplateLoaded);
 }
 
 void MaterialPage::ShowThumbnails() {
