@@ -112,7 +112,7 @@ TEST(SilentConversion, UpperCaseExtensionIsRewrittenInPlace) {
     home.write("Settings.ini", "[General]\r\nSaveAsType=P4\r\nFileSystem=UNIX\r\n");
     const std::string input =
         home.write("work/upper-case-extension.PZ2", ReadTestData("cmdline/upper-case-extension.PZ2"));
-    const RunResult run = RunGelvane(home, {"-s", input});
+    const test::RunResult run = RunGelvane(home, {"-s", input});
     EXPECT_EQ(run.status, 0) << run.errors;
     EXPECT_EQ(FilesIn(home.file("work")), std::vector<std::string>{"upper-case-extension.PZ2"});
     EXPECT_EQ(home.read("work/upper-case-extension.PZ2").find("\r\n"), std::string::npos); // rewritten
