@@ -43,11 +43,10 @@ bool EndsWord(char c) {
 }
 
 // Finds dial lines in a large channels block without scanning the rest of the block
-// for each dial. Every blank of the block is put in the order of the word that follows
-// it (by the word's first sixteen bytes, and the whole word where those are equal;
-// blanks of one word in text order); a needle "type name" can only stand
-// where the word behind its blank begins with the name's first word, so its candidates
-// are one short run of that order.
+// for each dial. The words behind the blanks of the block are gathered once each, in
+// their order (a needle "type name" can only stand where the word behind its blank
+// begins with the name's first word, so its candidates are one short run of that order),
+// and each word keeps the places of its blanks in text order.
 class NeedleIndex {
 public:
     static constexpr size_t kMaxType = 256; // longer type words are searched directly
@@ -57,49 +56,87 @@ public:
     NeedleIndex(std::string_view text, Pos from, Pos limit, WorkLimit &work) : m_text(text) {
         const size_t end = std::min(text.size(), limit - 1 + kMaxType);
         // Only a blank behind a letter of a type word and in front of a word can be a needle's.
+        // Most words come back many times ("0", the dial names): each is kept once, found
+        // again by a hash of its first sixteen bytes and its length.
+        std::vector<uint32_t> table(64, kEmpty);
+        std::vector<Blank> blanks;
+        const char *d = text.data();
+        const size_t n = text.size();
         for (size_t i = std::max<size_t>(from, 2) - 1; i < end; ++i) {
-            if (text[i] != ' ' || text[i - 1] == ' ' || EndsWord(text[i - 1]))
+            if (d[i] != ' ' || d[i - 1] == ' ' || EndsWord(d[i - 1]))
                 continue;
-            size_t n = 0;
-            while (i + 1 + n < text.size() && !EndsWord(text[i + 1 + n]))
-                ++n;
-            if (n > 0)
-                m_blanks.push_back({i, n, Key(text, i + 1, n), n > 8 ? Key(text, i + 9, n - 8) : 0});
-        }
-        work.Spend(2 * (end - (from - 1)) + 32 * m_blanks.size());
-        // A radix sort by the first sixteen bytes, a byte at a time from the last; each pass
-        // keeps the order before it, so blanks of one key stay in text order.
-        std::vector<Blank> sorted(m_blanks.size());
-        for (int byte = 15; byte >= 0; --byte) {
-            const uint64_t Blank::*half = byte < 8 ? &Blank::key : &Blank::key2;
-            const int shift = 8 * (7 - byte % 8);
-            size_t count[257] = {};
-            for (const Blank &b : m_blanks)
-                ++count[((b.*half >> shift) & 0xFF) + 1];
-            if (std::any_of(count + 1, count + 257, [&](size_t c) { return c == m_blanks.size(); }))
-                continue; // all alike in this byte
-            for (size_t d = 1; d < 257; ++d)
-                count[d] += count[d - 1];
-            for (const Blank &b : m_blanks)
-                sorted[count[(b.*half >> shift) & 0xFF]++] = b;
-            m_blanks.swap(sorted);
-        }
-        // Words that share their first sixteen bytes and may still differ (longer ones, or
-        // ones of other lengths, whose zero bytes the keys can't tell from their end) are
-        // put in order of the whole word.
-        for (auto group = m_blanks.begin(); group != m_blanks.end();) {
-            auto next = group + 1;
-            bool differ = group->length > 16;
-            while (next != m_blanks.end() && next->key == group->key && next->key2 == group->key2) {
-                differ = differ || next->length > 16 || next->length != group->length;
-                ++next;
+            size_t length = 0;
+            while (i + 1 + length < n && !EndsWord(d[i + 1 + length]))
+                ++length;
+            if (length == 0)
+                continue;
+            const uint64_t key = Key(text, i + 1, length), key2 = length > 8 ? Key(text, i + 9, length - 8) : 0;
+            if (2 * (m_words.size() + 1) > table.size())
+                Grow(table);
+            const std::string_view word = text.substr(i + 1, length);
+            const size_t mask = table.size() - 1;
+            size_t slot = Hash(key, key2, length, word) & mask;
+            while (table[slot] != kEmpty) {
+                const Word &w = m_words[table[slot]];
+                if (w.key == key && w.key2 == key2 && w.length == length &&
+                    (length <= 16 || text.substr(w.at, length) == word))
+                    break;
+                slot = (slot + 1) & mask;
             }
-            if (differ && next - group > 1) {
-                work.Spend(static_cast<size_t>(next - group) * 16);
-                std::stable_sort(group, next, [this](const Blank &a, const Blank &b) { return Word(a) < Word(b); });
+            if (table[slot] == kEmpty) {
+                table[slot] = static_cast<uint32_t>(m_words.size());
+                m_words.push_back({key, key2, i + 1, length, 0, 0});
             }
-            group = next;
+            ++m_words[table[slot]].count;
+            blanks.push_back({i, table[slot]});
         }
+        work.Spend(2 * (end - (from - 1)) + 32 * blanks.size());
+        // The words in order: by their first sixteen bytes, then the whole word.
+        std::vector<uint32_t> order(m_words.size());
+        for (uint32_t w = 0; w < order.size(); ++w)
+            order[w] = w;
+        std::sort(order.begin(), order.end(), [this](uint32_t a, uint32_t b) {
+            const Word &x = m_words[a], &y = m_words[b];
+            if (x.key != y.key)
+                return x.key < y.key;
+            if (x.key2 != y.key2)
+                return x.key2 < y.key2;
+            return Text(x) < Text(y);
+        });
+        // Blanks whose words share their first sixteen bytes and may still differ (longer
+        // words, or words of other lengths) cost a comparison of the whole words each.
+        for (size_t g = 0; g < order.size();) {
+            const Word &head = m_words[order[g]];
+            size_t next = g, blanksOfGroup = 0;
+            bool differ = false;
+            for (; next < order.size() && m_words[order[next]].key == head.key &&
+                   m_words[order[next]].key2 == head.key2;
+                 ++next) {
+                const Word &w = m_words[order[next]];
+                differ = differ || w.length > 16 || w.length != head.length;
+                blanksOfGroup += w.count;
+            }
+            if (differ && blanksOfGroup > 1)
+                work.Spend(blanksOfGroup * 16);
+            g = next;
+        }
+        std::vector<Word> sorted(m_words.size());
+        std::vector<uint32_t> rank(m_words.size());
+        size_t first = 0;
+        for (size_t r = 0; r < order.size(); ++r) {
+            sorted[r] = m_words[order[r]];
+            sorted[r].first = first;
+            first += sorted[r].count;
+            rank[order[r]] = static_cast<uint32_t>(r);
+        }
+        m_words.swap(sorted);
+        // The places of each word's blanks, in text order.
+        m_at.resize(blanks.size());
+        std::vector<size_t> fill(m_words.size());
+        for (size_t r = 0; r < m_words.size(); ++r)
+            fill[r] = m_words[r].first;
+        for (const Blank &b : blanks)
+            m_at[fill[rank[b.word]]++] = b.at;
     }
 
     // The first `needle` that starts in [start, limit), 0 for none; nothing when the
@@ -112,36 +149,51 @@ public:
         const std::string_view first = name.substr(0, name.find(' '));
         if (first.empty() || first.find('\t') != std::string_view::npos)
             return std::nullopt;
-        const uint64_t firstKey = Key(first), firstKey2 = first.size() > 8 ? Key(first.substr(8)) : 0;
-        auto it = std::lower_bound(m_blanks.begin(), m_blanks.end(), first, [&](const Blank &b, std::string_view w) {
-            if (b.key != firstKey)
-                return b.key < firstKey;
-            if (b.key2 != firstKey2)
-                return b.key2 < firstKey2;
-            return Word(b) < w;
+        const uint64_t firstKey = Key(first, 0, first.size()), firstKey2 = first.size() > 8 ? Key(first, 8, first.size() - 8) : 0;
+        const auto begin = std::lower_bound(m_words.begin(), m_words.end(), first, [&](const Word &w, std::string_view f) {
+            if (w.key != firstKey)
+                return w.key < firstKey;
+            if (w.key2 != firstKey2)
+                return w.key2 < firstKey2;
+            return Text(w) < f;
         });
-        Pos best = 0;
+        auto end = begin;
         size_t candidates = 0;
-        for (; it != m_blanks.end() && Word(*it).substr(0, first.size()) == first; ++it) {
-            if (++candidates > kMaxCandidates)
+        for (; end != m_words.end() && Text(*end).substr(0, first.size()) == first; ++end)
+            if ((candidates += end->count) > kMaxCandidates)
                 return std::nullopt;
-            if (it->at < typeLength)
-                continue;
-            const Pos at = it->at - typeLength + 1;
-            if (at < start || at >= limit || (best != 0 && at >= best))
-                continue;
-            if (m_text.substr(at - 1, needle.size()) == needle)
-                best = at;
+        // A blank at `b` (0-based) makes a needle that starts at b - typeLength + 1 (1-based).
+        const size_t lowest = std::max<Pos>(start, 1) + typeLength - 1;
+        Pos best = 0;
+        for (auto w = begin; w != end; ++w) {
+            const auto places = m_at.begin() + static_cast<std::ptrdiff_t>(w->first);
+            for (auto it = std::lower_bound(places, places + static_cast<std::ptrdiff_t>(w->count), lowest);
+                 it != places + static_cast<std::ptrdiff_t>(w->count); ++it) {
+                const Pos at = *it - typeLength + 1;
+                if (at >= limit || (best != 0 && at >= best))
+                    break;
+                if (m_text.substr(at - 1, needle.size()) == needle) {
+                    best = at;
+                    break;
+                }
+            }
         }
         return best;
     }
 
 private:
-    struct Blank {
-        size_t at;     // 0-based position of the blank
-        size_t length; // of the word behind it
-        uint64_t key;  // the word's first 8 bytes: orders as the words do, and cheaply
+    static constexpr uint32_t kEmpty = 0xFFFFFFFF;
+    struct Word {
+        uint64_t key;  // the first 8 bytes: orders as the words do, and cheaply
         uint64_t key2; // and the next 8
+        size_t at;     // 0-based place of one of its copies
+        size_t length;
+        size_t count; // of its blanks
+        size_t first; // where its places begin in m_at
+    };
+    struct Blank {
+        size_t at; // 0-based position of the blank
+        uint32_t word;
     };
     // The first 8 bytes of text[from, from + length) in big-endian order, zeros behind the end.
     static uint64_t Key(std::string_view text, size_t from, size_t length) {
@@ -152,11 +204,32 @@ private:
             k = (k << 8) | b;
         return k;
     }
-    static uint64_t Key(std::string_view word) { return Key(word, 0, word.size()); }
-    std::string_view Word(const Blank &b) const { return m_text.substr(b.at + 1, b.length); }
+    static size_t Hash(uint64_t key, uint64_t key2, size_t length, std::string_view word) {
+        // The keys hold a short word in their high bytes: those are mixed into the low bits.
+        uint64_t h = key ^ (key2 * 0x9E3779B97F4A7C15ULL) ^ length;
+        if (length > 16)
+            h ^= std::hash<std::string_view>{}(word);
+        h = (h ^ (h >> 33)) * 0xFF51AFD7ED558CCDULL;
+        h = (h ^ (h >> 33)) * 0xC4CEB9FE1A85EC53ULL;
+        return static_cast<size_t>(h ^ (h >> 33));
+    }
+    void Grow(std::vector<uint32_t> &table) const {
+        std::vector<uint32_t> bigger(table.size() * 2, kEmpty);
+        const size_t mask = bigger.size() - 1;
+        for (uint32_t w = 0; w < m_words.size(); ++w) {
+            const Word &word = m_words[w];
+            size_t slot = Hash(word.key, word.key2, word.length, Text(word)) & mask;
+            while (bigger[slot] != kEmpty)
+                slot = (slot + 1) & mask;
+            bigger[slot] = w;
+        }
+        table.swap(bigger);
+    }
+    std::string_view Text(const Word &w) const { return m_text.substr(w.at, w.length); }
 
     std::string_view m_text;
-    std::vector<Blank> m_blanks;
+    std::vector<Word> m_words; // in order, once each
+    std::vector<size_t> m_at;  // the places of the words' blanks (0-based), word by word
 };
 
 // A 0-based place or npos as a 1-based position or 0.
@@ -177,11 +250,51 @@ std::string Deleted(std::string_view text, char c) {
     return out;
 }
 
+// The "}" in text[from, to) that brings the nesting counted from `from` back to 0
+// (0-based), or npos. Stretches of eight characters without a brace are passed at once.
+size_t DepthClose(std::string_view text, size_t from, size_t to) {
+    constexpr uint64_t kOnes = 0x0101010101010101ULL, kHighs = 0x8080808080808080ULL;
+    const char *d = text.data();
+    int depth = 0;
+    size_t i = from;
+    while (i < to) {
+        if (to - i >= 8) {
+            uint64_t v;
+            std::memcpy(&v, d + i, 8);
+            const uint64_t open = v ^ (kOnes * '{'), close = v ^ (kOnes * '}');
+            // Nonzero when a byte of `v` is a brace (the test for a zero byte).
+            if (((((open - kOnes) & ~open) | ((close - kOnes) & ~close)) & kHighs) == 0) {
+                i += 8;
+                continue;
+            }
+        }
+        if (d[i] == '{')
+            ++depth;
+        else if (d[i] == '}' && --depth == 0)
+            return i;
+        ++i;
+    }
+    return std::string_view::npos;
+}
+
+// StripControls(raw), without a copy when it would equal `raw`; otherwise the copy is
+// made in `room`.
+std::string_view WithoutControls(std::string_view raw, std::string &room) {
+    bool plain = raw.empty() || (raw.front() != ' ' && raw.back() != ' ');
+    for (size_t i = 0; plain && i < raw.size(); ++i)
+        plain = raw[i] != '\t' && raw[i] != '\r' && raw[i] != '\n';
+    if (plain)
+        return raw;
+    room = StripControls(raw);
+    return room;
+}
+
 // Every place of one word in the text, asked for mostly in forward order.
 class Places {
 public:
     explicit Places(size_t size) : m_size(size) {}
     void Add(Pos at) { m_at.push_back(at); }
+    void Reserve(size_t n) { m_at.reserve(n); }
     // The first at or behind `start` (1-based), 0 for none: InStr from `start`.
     Pos Next(Pos start) {
         if (start < 1)
@@ -219,48 +332,49 @@ struct Scan {
         // The words the reading looks for, all in one pass instead of one search for each question.
         const char *d = t.data();
         const size_t n = t.size();
-        auto is = [&](size_t i, std::string_view word) {
-            return n - i >= word.size() && std::memcmp(d + i, word.data(), word.size()) == 0;
-        };
+        for (Places *p : {&hiddenBlank, &nameBlank, &hiddenWord, &nameWord})
+            p->Reserve(n / 256);
         for (size_t i = 0; i < n; ++i) {
             switch (d[i]) {
             case 'a':
-                if (is(i, "actor "))
+                if (Is(d, n, i, "actor "))
                     words[0].Add(i + 1);
                 break;
             case 'p':
-                if (is(i, "prop "))
+                if (Is(d, n, i, "prop "))
                     words[1].Add(i + 1);
                 break;
             case 'l':
-                if (is(i, "light "))
+                if (Is(d, n, i, "light "))
                     words[2].Add(i + 1);
                 break;
             case 'c':
-                if (is(i, "camera "))
+                if (Is(d, n, i, "camera "))
                     words[3].Add(i + 1);
-                else if (is(i, "channels\n"))
+                else if (Is(d, n, i, "channels\n"))
                     channelsLf.Add(i + 1);
-                else if (is(i, "channels \n"))
+                else if (Is(d, n, i, "channels \n"))
                     channelsBlankLf.Add(i + 1);
+                else if (Is(d, n, i, "customMaterial"))
+                    customMaterial.push_back(i + 1);
                 break;
             case 'k':
-                if (is(i, "keys\n"))
+                if (Is(d, n, i, "keys\n"))
                     keysLf.Add(i + 1);
-                else if (is(i, "keys \n"))
+                else if (Is(d, n, i, "keys \n"))
                     keysBlankLf.Add(i + 1);
                 break;
             case 'h':
-                if (is(i, "hidden")) {
+                if (Is(d, n, i, "hidden")) {
                     hiddenWord.Add(i + 1);
-                    if (is(i, "hidden "))
+                    if (Is(d, n, i, "hidden "))
                         hiddenBlank.Add(i + 1);
                 }
                 break;
             case 'n':
-                if (is(i, "name")) {
+                if (Is(d, n, i, "name")) {
                     nameWord.Add(i + 1);
-                    if (is(i, "name "))
+                    if (Is(d, n, i, "name "))
                         nameBlank.Add(i + 1);
                 }
                 break;
@@ -270,9 +384,15 @@ struct Scan {
         }
     }
 
+    // Whether `word` stands at d[i]; its length is known here, so the comparison is a few loads.
+    template <size_t N> static bool Is(const char *d, size_t n, size_t i, const char (&word)[N]) {
+        return n - i >= N - 1 && std::memcmp(d + i, word, N - 1) == 0;
+    }
+
     std::string_view text;
     WorkLimit work;
     std::array<Places, 4> words;
+    std::vector<Pos> customMaterial; // every "customMaterial"
     NextOf openBrace;
     Places channelsLf, channelsBlankLf;
     Places keysLf, keysBlankLf, hiddenBlank, nameBlank, hiddenWord, nameWord;
@@ -288,9 +408,13 @@ struct Scan {
     bool keysEnabled = false;
 
     std::string ChannelType, ChannelName;
+    std::string strippedLine, needle; // kept for their room, filled anew in each round
     bool NoKeys = false;
 
     Pos lastOpen = 0, lastClose = 0;
+    // The last answer of KeysOrOwnClose: the "}" in front of the keys line that closes
+    // the "{" at ownCloseOpen, or 0.
+    Pos ownCloseOpen = 0, ownCloseKeys = 0, ownClose = 0;
 
     // The nearer "channels" line ahead ("channels" + line feed, or with a blank before it).
     Pos ChannelsLineAt(Pos start) {
@@ -305,21 +429,11 @@ struct Scan {
     Pos MatchingClose(Pos open) {
         if (open == lastOpen)
             return lastClose;
-        int depth = 0;
-        Pos close = 0;
-        size_t i = open - 1;
-        for (; i < text.size(); ++i) {
-            if (text[i] == '{')
-                ++depth;
-            else if (text[i] == '}' && --depth == 0) {
-                close = i + 1;
-                break;
-            }
-        }
-        work.Spend(i - (open - 1));
+        const size_t i = DepthClose(text, open - 1, text.size());
+        work.Spend((i == std::string_view::npos ? text.size() : i) - (open - 1));
         lastOpen = open;
-        lastClose = close;
-        return close;
+        lastClose = Found1(i);
+        return lastClose;
     }
 };
 
@@ -403,19 +517,17 @@ struct RoundStartHash {
 // block. A channel without keys then leaves Search at that "}", so the keys of the
 // channel behind it don't make the reader pass over that channel.
 Pos KeysOrOwnClose(Scan &scan, Pos lineEnd, Pos keysAt, Pos behindKeys) {
-    const std::string_view text = scan.text;
     const Pos open = lineEnd == 0 ? 0 : Found1(scan.channelOpens.At(lineEnd - 1));
     if (open == 0 || open >= keysAt)
         return behindKeys;
     scan.work.Spend(keysAt - open);
-    int depth = 0;
-    for (size_t i = open - 1; i + 1 < keysAt; ++i) {
-        if (text[i] == '{')
-            ++depth;
-        else if (text[i] == '}' && --depth == 0)
-            return i + 1;
+    // A dial's line is read twice (once more in the round behind it), with the same keys line.
+    if (open != scan.ownCloseOpen || keysAt != scan.ownCloseKeys) {
+        scan.ownCloseOpen = open;
+        scan.ownCloseKeys = keysAt;
+        scan.ownClose = Found1(DepthClose(scan.text, open - 1, keysAt - 1));
     }
-    return behindKeys;
+    return scan.ownClose != 0 ? scan.ownClose : behindKeys;
 }
 
 enum class ChannelsResult { Done, Cancelled };
@@ -504,13 +616,14 @@ ChannelsResult ReadChannels(Session &session, Scan &scan, size_t actorIndex, Pos
 
         const Pos lineEnd = Found1(scan.roundLineEnds.At(place + 2));
         scan.work.Spend(lineEnd > place ? lineEnd - place : 0);
-        const std::string line = StripControls(Mid(text, L(place) + 2, L(lineEnd) - L(place) - 2));
+        const std::string_view line =
+            WithoutControls(Mid(text, L(place) + 2, L(lineEnd) - L(place) - 2), scan.strippedLine);
         const size_t blank = line.find(' ');
         if (blank != std::string::npos) {
-            scan.ChannelType = line.substr(0, blank);
-            scan.ChannelName = line.substr(blank + 1);
+            scan.ChannelType.assign(line.substr(0, blank));
+            scan.ChannelName.assign(line.substr(blank + 1));
         } else {
-            scan.ChannelType = line;
+            scan.ChannelType.assign(line);
         }
 
         if (const Pos k = scan.keysLf.Next(search))
@@ -523,7 +636,8 @@ ChannelsResult ReadChannels(Session &session, Scan &scan, size_t actorIndex, Pos
         if (scan.ChannelType == "//" || scan.ChannelType == "'" || scan.ChannelType == "#")
             continue; // a comment line in front of the channel
 
-        const std::string needle = scan.ChannelType + " " + scan.ChannelName;
+        std::string &needle = scan.needle;
+        needle.assign(scan.ChannelType).append(" ").append(scan.ChannelName);
         // The dial's own opening line holds it as a rule: the search up to that line's end
         // finds the first one from the current position, at the cost of the way there.
         const Pos near = std::min(std::max(lineEnd, cur), limit);
@@ -800,7 +914,11 @@ void ReadCustomMaterialOwners(Session &session, Scan &scan) {
             work.Spend(text.size());
             first[k] = InStr(text, keys[k]);
         }
-    const Occurrences customAt(text, "customMaterial");
+    // The first of `places` (ascending, 1-based) at or behind `start`, or 0.
+    auto nextOf = [](const std::vector<Pos> &places, Pos start) -> Pos {
+        auto it = std::lower_bound(places.begin(), places.end(), start);
+        return it == places.end() ? 0 : *it;
+    };
     Finder materialAt(text, "material ");
     // The blocks of several owners may be the same ones, when a count reaches past an
     // owner's own blocks: each keyword line is read once.
@@ -816,9 +934,16 @@ void ReadCustomMaterialOwners(Session &session, Scan &scan) {
         const Pos start = first[keyOf[i]];
         if (start == 0)
             continue;
-        auto [it, fresh] = typeAt.try_emplace(type, text, type + " ");
-        const Pos end = it->second.NextAt(start + 6);
-        const Pos custom = customAt.NextAt(start);
+        // The opening words were found in the first pass; another type is searched for once.
+        const auto word = std::find(kActorWords.begin(), kActorWords.end(), type + " ");
+        Pos end;
+        if (word != kActorWords.end()) {
+            end = nextOf(scan.words[static_cast<size_t>(word - kActorWords.begin())].All(), start + 6);
+        } else {
+            auto [it, fresh] = typeAt.try_emplace(type, text, type + " ");
+            end = it->second.NextAt(start + 6);
+        }
+        const Pos custom = nextOf(scan.customMaterial, start);
         Pos material = 0;
         int16_t count = 0;
         if (custom != 0 && (end == 0 || custom < end)) {

@@ -313,14 +313,13 @@ void OpenRun::ReadWholeFile() {
         const size_t n = text.size();
         size_t w = 0;
         bool lineStart = false;
+        // Without branches: a blank or tab at a line start is written and then overwritten.
         for (size_t r = 0; r < n; ++r) {
-            char c = data[r];
-            if (c == kCr)
-                c = kLf;
-            if (lineStart && (c == ' ' || c == '\t'))
-                continue;
-            data[w++] = c;
-            lineStart = c == kLf;
+            const char c = data[r] == kCr ? kLf : data[r];
+            const bool skip = lineStart && (c == ' ' || c == '\t');
+            data[w] = c;
+            w += !skip;
+            lineStart = skip || c == kLf;
         }
         text.resize(w);
     }

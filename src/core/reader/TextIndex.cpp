@@ -96,8 +96,26 @@ size_t SearchIn(std::string_view text, std::string_view needle, size_t begin, si
     end = std::min(end, text.size());
     if (begin >= end || end - begin < needle.size())
         return 0;
-    const void *hit = memmem(text.data() + begin, end - begin, needle.data(), needle.size());
-    return hit ? static_cast<size_t>(static_cast<const char *>(hit) - text.data()) + 1 : 0;
+    const char *d = text.data();
+    if (!needle.empty()) {
+        // Most searches here are short and find their needle soon: a few places of its first
+        // character are tried before memmem, which prepares a table for every call.
+        const char *at = d + begin;
+        const char *const last = d + end - needle.size(); // the last place it can begin
+        for (int tries = 0; tries < 8 && at <= last; ++tries) {
+            at = static_cast<const char *>(std::memchr(at, needle[0], static_cast<size_t>(last - at) + 1));
+            if (at == nullptr)
+                return 0;
+            if (std::memcmp(at, needle.data(), needle.size()) == 0)
+                return static_cast<size_t>(at - d) + 1;
+            ++at;
+        }
+        if (at > last)
+            return 0;
+        begin = static_cast<size_t>(at - d);
+    }
+    const void *hit = memmem(d + begin, end - begin, needle.data(), needle.size());
+    return hit ? static_cast<size_t>(static_cast<const char *>(hit) - d) + 1 : 0;
 }
 
 size_t Finder::Next(size_t start) {
