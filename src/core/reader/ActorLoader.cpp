@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <chrono>
 #include <cstring>
 #include <functional>
@@ -62,15 +63,27 @@ public:
         std::vector<Blank> blanks;
         const char *d = text.data();
         const size_t n = text.size();
+        blanks.reserve((end - std::min(end, from)) / 16);
         for (size_t i = std::max<size_t>(from, 2) - 1; i < end; ++i) {
-            if (d[i] != ' ' || d[i - 1] == ' ' || EndsWord(d[i - 1]))
+            const void *blank = std::memchr(d + i, ' ', end - i);
+            if (blank == nullptr)
+                break;
+            i = static_cast<size_t>(static_cast<const char *>(blank) - d);
+            if (d[i - 1] == ' ' || EndsWord(d[i - 1]))
                 continue;
             size_t length = 0;
             while (i + 1 + length < n && !EndsWord(d[i + 1 + length]))
                 ++length;
             if (length == 0)
                 continue;
-            const uint64_t key = Key(text, i + 1, length), key2 = length > 8 ? Key(text, i + 9, length - 8) : 0;
+            uint64_t key, key2;
+            if (n - (i + 1) >= 16) {
+                key = Loaded(d + i + 1, length);
+                key2 = length > 8 ? Loaded(d + i + 9, length - 8) : 0;
+            } else {
+                key = Key(text, i + 1, length);
+                key2 = length > 8 ? Key(text, i + 9, length - 8) : 0;
+            }
             if (2 * (m_words.size() + 1) > table.size())
                 Grow(table);
             const std::string_view word = text.substr(i + 1, length);
@@ -204,6 +217,14 @@ private:
             k = (k << 8) | b;
         return k;
     }
+    // Key() of `length` bytes at `p`, where eight can be read.
+    static uint64_t Loaded(const char *p, size_t length) {
+        uint64_t v;
+        std::memcpy(&v, p, 8);
+        if constexpr (std::endian::native == std::endian::little)
+            v = __builtin_bswap64(v);
+        return length >= 8 ? v : v & ~(~uint64_t{0} >> (8 * length));
+    }
     static size_t Hash(uint64_t key, uint64_t key2, size_t length, std::string_view word) {
         // The keys hold a short word in their high bytes: those are mixed into the low bits.
         uint64_t h = key ^ (key2 * 0x9E3779B97F4A7C15ULL) ^ length;
@@ -334,7 +355,21 @@ struct Scan {
         const size_t n = t.size();
         for (Places *p : {&hiddenBlank, &nameBlank, &hiddenWord, &nameWord})
             p->Reserve(n / 256);
-        for (size_t i = 0; i < n; ++i) {
+        // The first two characters of the words: most places begin with neither pair, and
+        // one look into a table of pairs passes them over.
+        static const std::array<uint64_t, 1024> pairs = [] {
+            std::array<uint64_t, 1024> bits{};
+            for (const char *w : {"ac", "pr", "li", "ca", "ch", "cu", "ke", "hi", "na"}) {
+                const unsigned pair = static_cast<unsigned char>(w[0]) << 8 | static_cast<unsigned char>(w[1]);
+                bits[pair >> 6] |= uint64_t{1} << (pair & 63);
+            }
+            return bits;
+        }();
+        // No word is one character long, so the last character begins none.
+        for (size_t i = 0; i + 1 < n; ++i) {
+            const unsigned pair = static_cast<unsigned char>(d[i]) << 8 | static_cast<unsigned char>(d[i + 1]);
+            if ((pairs[pair >> 6] >> (pair & 63) & 1) == 0)
+                continue;
             switch (d[i]) {
             case 'a':
                 if (Is(d, n, i, "actor "))
