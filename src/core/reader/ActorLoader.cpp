@@ -11,6 +11,9 @@
 
 #include <algorithm>
 #include <array>
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 #include <bit>
 #include <chrono>
 #include <cstring>
@@ -122,8 +125,8 @@ public:
             const Word &head = m_words[order[g]];
             size_t next = g, blanksOfGroup = 0;
             bool differ = false;
-            for (; next < order.size() && m_words[order[next]].key == head.key &&
-                   m_words[order[next]].key2 == head.key2;
+            for (;
+                 next < order.size() && m_words[order[next]].key == head.key && m_words[order[next]].key2 == head.key2;
                  ++next) {
                 const Word &w = m_words[order[next]];
                 differ = differ || w.length > 16 || w.length != head.length;
@@ -162,14 +165,16 @@ public:
         const std::string_view first = name.substr(0, name.find(' '));
         if (first.empty() || first.find('\t') != std::string_view::npos)
             return std::nullopt;
-        const uint64_t firstKey = Key(first, 0, first.size()), firstKey2 = first.size() > 8 ? Key(first, 8, first.size() - 8) : 0;
-        const auto begin = std::lower_bound(m_words.begin(), m_words.end(), first, [&](const Word &w, std::string_view f) {
-            if (w.key != firstKey)
-                return w.key < firstKey;
-            if (w.key2 != firstKey2)
-                return w.key2 < firstKey2;
-            return Text(w) < f;
-        });
+        const uint64_t firstKey = Key(first, 0, first.size()),
+                       firstKey2 = first.size() > 8 ? Key(first, 8, first.size() - 8) : 0;
+        const auto begin =
+            std::lower_bound(m_words.begin(), m_words.end(), first, [&](const Word &w, std::string_view f) {
+                if (w.key != firstKey)
+                    return w.key < firstKey;
+                if (w.key2 != firstKey2)
+                    return w.key2 < firstKey2;
+                return Text(w) < f;
+            });
         auto end = begin;
         size_t candidates = 0;
         for (; end != m_words.end() && Text(*end).substr(0, first.size()) == first; ++end)
@@ -359,63 +364,93 @@ struct Scan {
         // one look into a table of pairs passes them over.
         static const std::array<uint64_t, 1024> pairs = [] {
             std::array<uint64_t, 1024> bits{};
-            for (const char *w : {"ac", "pr", "li", "ca", "ch", "cu", "ke", "hi", "na"}) {
+            for (const char *w : {"ac", "pr", "li", "ca", "ch", "cu", "ke", "hi", "na", "\nt", "\nf"}) {
                 const unsigned pair = static_cast<unsigned char>(w[0]) << 8 | static_cast<unsigned char>(w[1]);
                 bits[pair >> 6] |= uint64_t{1} << (pair & 63);
             }
             return bits;
         }();
+        size_t i = 0;
+#if defined(__SSE2__)
+        // Sixteen places at a time: a place is visited when its pair of characters is one of
+        // the pairs above.
+        auto eq = [](__m128i v, char c) { return _mm_cmpeq_epi8(v, _mm_set1_epi8(c)); };
+        for (; i + 17 <= n; i += 16) {
+            const __m128i a = _mm_loadu_si128(reinterpret_cast<const __m128i *>(d + i));
+            const __m128i b = _mm_loadu_si128(reinterpret_cast<const __m128i *>(d + i + 1));
+            const __m128i c = eq(a, 'c');
+            __m128i m = _mm_and_si128(eq(a, 'a'), eq(b, 'c'));
+            m = _mm_or_si128(m, _mm_and_si128(eq(a, 'p'), eq(b, 'r')));
+            m = _mm_or_si128(m, _mm_and_si128(_mm_or_si128(eq(a, 'l'), eq(a, 'h')), eq(b, 'i')));
+            m = _mm_or_si128(m, _mm_and_si128(_mm_or_si128(c, eq(a, 'n')), eq(b, 'a')));
+            m = _mm_or_si128(m, _mm_and_si128(c, _mm_or_si128(eq(b, 'h'), eq(b, 'u'))));
+            m = _mm_or_si128(m, _mm_and_si128(eq(a, 'k'), eq(b, 'e')));
+            m = _mm_or_si128(m, _mm_and_si128(eq(a, '\n'), _mm_or_si128(eq(b, 't'), eq(b, 'f'))));
+            for (unsigned bits = static_cast<unsigned>(_mm_movemask_epi8(m)); bits != 0; bits &= bits - 1)
+                Visit(d, n, i + static_cast<size_t>(std::countr_zero(bits)));
+        }
+#endif
         // No word is one character long, so the last character begins none.
-        for (size_t i = 0; i + 1 < n; ++i) {
+        for (; i + 1 < n; ++i) {
             const unsigned pair = static_cast<unsigned char>(d[i]) << 8 | static_cast<unsigned char>(d[i + 1]);
-            if ((pairs[pair >> 6] >> (pair & 63) & 1) == 0)
-                continue;
-            switch (d[i]) {
-            case 'a':
-                if (Is(d, n, i, "actor "))
-                    words[0].Add(i + 1);
-                break;
-            case 'p':
-                if (Is(d, n, i, "prop "))
-                    words[1].Add(i + 1);
-                break;
-            case 'l':
-                if (Is(d, n, i, "light "))
-                    words[2].Add(i + 1);
-                break;
-            case 'c':
-                if (Is(d, n, i, "camera "))
-                    words[3].Add(i + 1);
-                else if (Is(d, n, i, "channels\n"))
-                    channelsLf.Add(i + 1);
-                else if (Is(d, n, i, "channels \n"))
-                    channelsBlankLf.Add(i + 1);
-                else if (Is(d, n, i, "customMaterial"))
-                    customMaterial.push_back(i + 1);
-                break;
-            case 'k':
-                if (Is(d, n, i, "keys\n"))
-                    keysLf.Add(i + 1);
-                else if (Is(d, n, i, "keys \n"))
-                    keysBlankLf.Add(i + 1);
-                break;
-            case 'h':
-                if (Is(d, n, i, "hidden")) {
-                    hiddenWord.Add(i + 1);
-                    if (Is(d, n, i, "hidden "))
-                        hiddenBlank.Add(i + 1);
-                }
-                break;
-            case 'n':
-                if (Is(d, n, i, "name")) {
-                    nameWord.Add(i + 1);
-                    if (Is(d, n, i, "name "))
-                        nameBlank.Add(i + 1);
-                }
-                break;
-            default:
-                break;
+            if ((pairs[pair >> 6] >> (pair & 63) & 1) != 0)
+                Visit(d, n, i);
+        }
+    }
+
+    // Records the words that begin at d[i].
+    void Visit(const char *d, size_t n, size_t i) {
+        switch (d[i]) {
+        case 'a':
+            if (Is(d, n, i, "actor "))
+                words[0].Add(i + 1);
+            break;
+        case 'p':
+            if (Is(d, n, i, "prop "))
+                words[1].Add(i + 1);
+            break;
+        case 'l':
+            if (Is(d, n, i, "light "))
+                words[2].Add(i + 1);
+            break;
+        case 'c':
+            if (Is(d, n, i, "camera "))
+                words[3].Add(i + 1);
+            else if (Is(d, n, i, "channels\n"))
+                channelsLf.Add(i + 1);
+            else if (Is(d, n, i, "channels \n"))
+                channelsBlankLf.Add(i + 1);
+            else if (Is(d, n, i, "customMaterial"))
+                customMaterial.push_back(i + 1);
+            break;
+        case 'k':
+            if (Is(d, n, i, "keys\n"))
+                keysLf.Add(i + 1);
+            else if (Is(d, n, i, "keys \n"))
+                keysBlankLf.Add(i + 1);
+            break;
+        case 'h':
+            if (Is(d, n, i, "hidden")) {
+                hiddenWord.Add(i + 1);
+                if (Is(d, n, i, "hidden "))
+                    hiddenBlank.Add(i + 1);
             }
+            break;
+        case '\n':
+            if (thighLength == 0 && Is(d, n, i, "\nthighLength "))
+                thighLength = i + 1;
+            else if (figure == 0 && Is(d, n, i, "\nfigure"))
+                figure = i + 1;
+            break;
+        case 'n':
+            if (Is(d, n, i, "name")) {
+                nameWord.Add(i + 1);
+                if (Is(d, n, i, "name "))
+                    nameBlank.Add(i + 1);
+            }
+            break;
+        default:
+            break;
         }
     }
 
@@ -428,6 +463,7 @@ struct Scan {
     WorkLimit work;
     std::array<Places, 4> words;
     std::vector<Pos> customMaterial; // every "customMaterial"
+    Pos thighLength = 0, figure = 0; // the first line feed + "thighLength " and + "figure"
     NextOf openBrace;
     Places channelsLf, channelsBlankLf;
     Places keysLf, keysBlankLf, hiddenBlank, nameBlank, hiddenWord, nameWord;
@@ -1083,7 +1119,8 @@ bool LoadActorSection(Session &session, std::string_view text, bool singleActor,
     // The thigh length line. Its value is read from one character late, so that
     // "0.5" reads as ".5"; the box puts the "0" back.
     options.chkDisableThighLength = true;
-    const Pos thigh = InStr(text, "\nthighLength ");
+    Scan scan(text);
+    const Pos thigh = scan.thighLength;
     if (StartsWith(text, "thighLength ") || thigh != 0) {
         const Pos from = thigh + 14;
         const Pos lineEnd = InStr(text, "\n", thigh + 1);
@@ -1101,7 +1138,7 @@ bool LoadActorSection(Session &session, std::string_view text, bool singleActor,
     if (session.Actors.empty())
         session.ClearActors();
     // Every load ends within its own text: one that appends must not stop where the load before it did.
-    const Pos figure = InStr(text, "\nfigure");
+    const Pos figure = scan.figure;
     session.ActorSectionEnd = static_cast<int64_t>(figure != 0 ? figure : text.size());
     Pos position = 1;
     const Pos end = static_cast<Pos>(session.ActorSectionEnd);
@@ -1115,7 +1152,6 @@ bool LoadActorSection(Session &session, std::string_view text, bool singleActor,
 
     const std::string fileName = LCase(session.DialogFileName);
     int keyword = EndsWith(fileName, ".hr2") || EndsWith(fileName, ".pp2") ? 1 : kActor;
-    Scan scan(text);
     HeaderReader headers(text, scan.work);
 
     while (position < end) {
