@@ -67,18 +67,13 @@ public:
         const char *d = text.data();
         const size_t n = text.size();
         blanks.reserve((end - std::min(end, from)) / 16);
-        for (size_t i = std::max<size_t>(from, 2) - 1; i < end; ++i) {
-            const void *blank = std::memchr(d + i, ' ', end - i);
-            if (blank == nullptr)
-                break;
-            i = static_cast<size_t>(static_cast<const char *>(blank) - d);
-            if (d[i - 1] == ' ' || EndsWord(d[i - 1]))
-                continue;
+        // The blank at d[i], behind a character that doesn't end a word.
+        auto add = [&](size_t i) {
             size_t length = 0;
             while (i + 1 + length < n && !EndsWord(d[i + 1 + length]))
                 ++length;
             if (length == 0)
-                continue;
+                return;
             uint64_t key, key2;
             if (n - (i + 1) >= 16) {
                 key = Loaded(d + i + 1, length);
@@ -105,7 +100,27 @@ public:
             }
             ++m_words[table[slot]].count;
             blanks.push_back({i, table[slot]});
+        };
+        size_t i = std::max<size_t>(from, 2) - 1;
+#if defined(__SSE2__)
+        // Sixteen places at a time: blanks between two characters that don't end words.
+        auto ends = [](__m128i v) {
+            auto eq = [&](char c) { return _mm_cmpeq_epi8(v, _mm_set1_epi8(c)); };
+            return _mm_or_si128(_mm_or_si128(eq(' '), eq('\t')), _mm_or_si128(eq('\n'), eq('\r')));
+        };
+        for (; i + 16 <= end && i + 17 <= n; i += 16) {
+            const __m128i here = _mm_loadu_si128(reinterpret_cast<const __m128i *>(d + i));
+            const __m128i before = _mm_loadu_si128(reinterpret_cast<const __m128i *>(d + i - 1));
+            const __m128i behind = _mm_loadu_si128(reinterpret_cast<const __m128i *>(d + i + 1));
+            const __m128i blank =
+                _mm_andnot_si128(_mm_or_si128(ends(before), ends(behind)), _mm_cmpeq_epi8(here, _mm_set1_epi8(' ')));
+            for (unsigned bits = static_cast<unsigned>(_mm_movemask_epi8(blank)); bits != 0; bits &= bits - 1)
+                add(i + static_cast<size_t>(std::countr_zero(bits)));
         }
+#endif
+        for (; i < end; ++i)
+            if (d[i] == ' ' && d[i - 1] != ' ' && !EndsWord(d[i - 1]))
+                add(i);
         work.Spend(2 * (end - (from - 1)) + 32 * blanks.size());
         // The words in order: by their first sixteen bytes, then the whole word.
         std::vector<uint32_t> order(m_words.size());
@@ -251,7 +266,9 @@ private:
         }
         table.swap(bigger);
     }
-    std::string_view Text(const Word &w) const { return m_text.substr(w.at, w.length); }
+    std::string_view Text(const Word &w) const {
+        return m_text.substr(w.at, w.length);
+    }
 
     std::string_view m_text;
     std::vector<Word> m_words; // in order, once each
@@ -277,29 +294,34 @@ std::string Deleted(std::string_view text, char c) {
 }
 
 // The "}" in text[from, to) that brings the nesting counted from `from` back to 0
-// (0-based), or npos. Stretches of eight characters without a brace are passed at once.
+// (0-based), or npos. Only the braces are looked at, found sixteen places at a time.
 size_t DepthClose(std::string_view text, size_t from, size_t to) {
-    constexpr uint64_t kOnes = 0x0101010101010101ULL, kHighs = 0x8080808080808080ULL;
     const char *d = text.data();
     int depth = 0;
-    size_t i = from;
-    while (i < to) {
-        if (to - i >= 8) {
-            uint64_t v;
-            std::memcpy(&v, d + i, 8);
-            const uint64_t open = v ^ (kOnes * '{'), close = v ^ (kOnes * '}');
-            // Nonzero when a byte of `v` is a brace (the test for a zero byte).
-            if (((((open - kOnes) & ~open) | ((close - kOnes) & ~close)) & kHighs) == 0) {
-                i += 8;
-                continue;
-            }
-        }
+    auto brace = [&](size_t i) {
         if (d[i] == '{')
             ++depth;
-        else if (d[i] == '}' && --depth == 0)
-            return i;
-        ++i;
+        else if (--depth == 0)
+            return true;
+        return false;
+    };
+    size_t i = from;
+#if defined(__SSE2__)
+    const __m128i open = _mm_set1_epi8('{'), close = _mm_set1_epi8('}');
+    for (; i + 16 <= to; i += 16) {
+        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i *>(d + i));
+        for (unsigned bits = static_cast<unsigned>(
+                 _mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi8(v, open), _mm_cmpeq_epi8(v, close))));
+             bits != 0; bits &= bits - 1) {
+            const size_t at = i + static_cast<size_t>(std::countr_zero(bits));
+            if (brace(at))
+                return at;
+        }
     }
+#endif
+    for (; i < to; ++i)
+        if ((d[i] == '{' || d[i] == '}') && brace(i))
+            return i;
     return std::string_view::npos;
 }
 
