@@ -103,6 +103,12 @@ TEST(LinearReading, LinePlacesMatchTheLiteralSearches) {
             ASSERT_EQ(lastLf[i], InStrRev(text, lines[i] + "\n")) << text << "|" << lines[i];
             ASSERT_EQ(lastBlank[i], InStrRev(text, lines[i] + " \n")) << text << "|" << lines[i];
         }
+        // The search of a stretch, which tries a few places of the first character before memmem.
+        const std::string needle = Generated(rng, parts, 2);
+        const size_t begin = rng() % (text.size() + 1), end = std::min<size_t>(rng() % (text.size() + 2), text.size());
+        const size_t at = std::string_view(text).substr(0, end).find(needle, begin);
+        ASSERT_EQ(SearchIn(text, needle, begin, end), begin >= end || at == std::string::npos ? 0 : at + 1)
+            << text << "|" << needle << "|" << begin << "|" << end;
     }
 }
 
