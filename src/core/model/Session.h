@@ -159,9 +159,11 @@ public:
     int64_t ActorSectionEnd = 0;
     std::function<void()> chkChannelsClick;
     std::function<int32_t()> SecondsClock;
-    // Channels blocks at least this long get a search index for their dial lines. The
-    // result is the same either way; tests lower it to compare both.
+    // Channels blocks at least this long get a search index for their dial lines at once;
+    // shorter ones when the searches for their dials have looked at them this many times
+    // over. The result is the same either way; tests change them to compare both.
     size_t IndexedChannelBlockMinimum = 8 * 1024;
+    size_t IndexedChannelRescans = 4;
 
     // The material page's state (core/materials/MaterialPageState.h), made on first use.
     std::unique_ptr<SessionPart> MaterialPage;

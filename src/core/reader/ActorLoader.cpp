@@ -57,7 +57,9 @@ public:
     static constexpr size_t kMaxCandidates = 256;
 
     // Blanks from `from` up to where a needle that starts before `limit` can have its blank.
-    NeedleIndex(std::string_view text, Pos from, Pos limit, WorkLimit &work) : m_text(text) {
+    // `charge` is the allowance its work is taken from.
+    NeedleIndex(std::string_view text, Pos from, Pos limit, WorkLimit &work, void (WorkLimit::*charge)(size_t))
+        : m_text(text) {
         const size_t end = std::min(text.size(), limit - 1 + kMaxType);
         // Only a blank behind a letter of a type word and in front of a word can be a needle's.
         // Most words come back many times ("0", the dial names): each is kept once, found
@@ -121,7 +123,7 @@ public:
         for (; i < end; ++i)
             if (d[i] == ' ' && d[i - 1] != ' ' && !EndsWord(d[i - 1]))
                 add(i);
-        work.Spend(2 * (end - (from - 1)) + 32 * blanks.size());
+        (work.*charge)(2 * (end - (from - 1)) + 32 * blanks.size());
         // The words in order: by their first sixteen bytes, then the whole word.
         std::vector<uint32_t> order(m_words.size());
         for (uint32_t w = 0; w < order.size(); ++w)
@@ -148,7 +150,7 @@ public:
                 blanksOfGroup += w.count;
             }
             if (differ && blanksOfGroup > 1)
-                work.Spend(blanksOfGroup * 16);
+                (work.*charge)(blanksOfGroup * 16);
             g = next;
         }
         std::vector<Word> sorted(m_words.size());
@@ -647,6 +649,7 @@ ChannelsResult ReadChannels(Session &session, Scan &scan, size_t actorIndex, Pos
     }
     bool first = true;
     std::unique_ptr<NeedleIndex> index;
+    size_t scanned = 0; // by the searches behind the dials' own lines
     // The rounds begun at the current position: it never moves back, so only those can repeat.
     std::vector<RoundStart> seen;
     std::unordered_set<RoundStart, RoundStartHash> seenMany;
@@ -734,16 +737,26 @@ ChannelsResult ReadChannels(Session &session, Scan &scan, size_t actorIndex, Pos
         // The dial's own opening line holds it as a rule: the search up to that line's end
         // finds the first one from the current position, at the cost of the way there.
         const Pos near = std::min(std::max(lineEnd, cur), limit);
-        scan.work.Spend(near - cur + needle.size());
+        scan.work.Scan(near - cur + needle.size());
         Pos found = FindBefore(text, needle, cur, near);
         if (found == 0 && near < limit) {
-            // Elsewhere: in a large block an index keeps the search from scanning the rest
-            // of the block for each dial.
-            if (!index && limit > position && limit - position >= session.IndexedChannelBlockMinimum)
-                index = std::make_unique<NeedleIndex>(text, position, limit, scan.work);
+            // Elsewhere: an index keeps the search from scanning the rest of the block for
+            // each dial, in a large block at once, in a small one when its searches have
+            // looked at it a few times over (each named dial is looked for again behind
+            // itself, and that search mostly finds nothing). A small block's index takes
+            // little memory, and is counted as searching.
+            const size_t block = limit > position ? limit - position : 0;
+            if (!index && block > 0) {
+                if (block >= session.IndexedChannelBlockMinimum)
+                    index = std::make_unique<NeedleIndex>(text, position, limit, scan.work, &WorkLimit::Spend);
+                else if (scanned / block >= session.IndexedChannelRescans)
+                    index = std::make_unique<NeedleIndex>(text, position, limit, scan.work, &WorkLimit::Scan);
+            }
             std::optional<Pos> indexed = index ? index->Find(needle, near, limit) : std::nullopt;
-            if (!indexed)
-                scan.work.Spend(limit - near);
+            if (!indexed) {
+                scan.work.Scan(limit - near);
+                scanned += limit - near;
+            }
             found = indexed ? *indexed : FindBefore(text, needle, near, limit);
         }
         if (found != 0) {

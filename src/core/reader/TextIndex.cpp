@@ -78,18 +78,31 @@ private:
 
 } // namespace
 
-WorkLimit::WorkLimit(size_t textSize) {
-    constexpr size_t kFixed = size_t{16} << 20;
-    constexpr size_t kPerCharacter = 8;
-    m_left = textSize > (std::numeric_limits<size_t>::max() - kFixed) / kPerCharacter
-                 ? std::numeric_limits<size_t>::max()
-                 : kFixed + kPerCharacter * textSize;
+namespace {
+
+size_t Allowance(size_t textSize, size_t fixed, size_t perCharacter) {
+    return textSize > (std::numeric_limits<size_t>::max() - fixed) / perCharacter
+               ? std::numeric_limits<size_t>::max()
+               : fixed + perCharacter * textSize;
 }
 
-void WorkLimit::Spend(size_t units) {
-    if (units > m_left)
+void Take(size_t &left, size_t units) {
+    if (units > left)
         Fail(ErrOutOfMemory);
-    m_left -= units;
+    left -= units;
+}
+
+} // namespace
+
+WorkLimit::WorkLimit(size_t textSize)
+    : m_left(Allowance(textSize, size_t{16} << 20, 8)), m_scanLeft(Allowance(textSize, size_t{64} << 20, 32)) {}
+
+void WorkLimit::Spend(size_t units) {
+    Take(m_left, units);
+}
+
+void WorkLimit::Scan(size_t characters) {
+    Take(m_scanLeft, characters);
 }
 
 size_t SearchIn(std::string_view text, std::string_view needle, size_t begin, size_t end) {

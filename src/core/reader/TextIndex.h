@@ -15,13 +15,19 @@ namespace gelvane {
 // multiple of the text's size. Files whose literal reading would need more (their
 // names would hold the same long line thousands of times over) fail with "Out of
 // memory" (7) instead of taking minutes and gigabytes.
+// The searches for dial lines, and the index of a small channels block, have an
+// allowance of their own: they take no memory and pass over a character in a fraction
+// of the time a copy takes, so a file whose reading looks at its blocks a few dozen
+// times over still opens, while one whose searches grow with the square of a large
+// block is still refused within a second.
 class WorkLimit {
 public:
     explicit WorkLimit(size_t textSize);
     void Spend(size_t units);
+    void Scan(size_t characters);
 
 private:
-    size_t m_left;
+    size_t m_left, m_scanLeft;
 };
 
 // 1-based position of the first `needle` that begins in text[begin, end) (0-based), or 0.

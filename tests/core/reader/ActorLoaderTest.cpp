@@ -503,6 +503,7 @@ TEST(ActorLoader, IndexedSearchFindsWhatTheDirectSearchFinds) {
 
     Loader direct;
     direct.session.IndexedChannelBlockMinimum = static_cast<size_t>(-1);
+    direct.session.IndexedChannelRescans = static_cast<size_t>(-1);
     LoadActorSection(direct.session, text);
     Loader indexed;
     indexed.session.IndexedChannelBlockMinimum = 0;
@@ -553,6 +554,7 @@ TEST(ActorLoader, IndexedSearchMatchesTheDirectSearchOnGeneratedSections) {
         }
         Loader direct;
         direct.session.IndexedChannelBlockMinimum = static_cast<size_t>(-1);
+        direct.session.IndexedChannelRescans = static_cast<size_t>(-1);
         direct.session.BatchMode = true;
         int directFailure = 0, indexedFailure = 0;
         try {

@@ -98,6 +98,24 @@ TEST(ReaderCases, HandFileWithoutVersionBlockWritesNoNamelessActor) {
     EXPECT_EQ(r.WrittenPose(), "{\n# Made by hand\nversion\n\t{\n\tnumber 4.01\n\t}\n}\n");
 }
 
+TEST(ReaderCases, ManySmallBlocksOfNamedDialsOpen) {
+    // Each named dial is looked for again behind itself, and that search mostly runs to the
+    // end of its block: 300 such blocks once made the reading refuse the file.
+    const std::string one = test::ReadTestData("reader/named-dials-in-small-blocks.pz2");
+    const size_t actorAt = one.find("actor a0:1\n"), end = one.rfind("}\n");
+    std::string text = one.substr(0, actorAt);
+    for (int i = 0; i < 300; ++i)
+        text += "actor a" + std::to_string(i) + ":1" + one.substr(actorAt + 10, end - actorAt - 10);
+    text += "}\n";
+    Reader r;
+    r.Open(KindPZ2, "named.pz2", text);
+    ASSERT_FALSE(r.session.OpenFailed);
+    ASSERT_EQ(r.session.Actors.size(), 300u);
+    // Morph1's second search finds "targetGeom Morph10", which passes over Morph2 to Morph9.
+    for (const Actor &actor : r.session.Actors)
+        EXPECT_EQ(actor.Channels.size(), 52u) << actor.Name;
+}
+
 TEST(ReaderCases, MaterialNamesThatRepeatALongLineAreRefused) {
     // Every "material " of the line opens a material named by the rest of that line: the
     // names would hold the line some thousands of times over.
