@@ -223,6 +223,27 @@ std::vector<Shape> AdversarialShapes() {
                          (c % 2 ? "\n}\n" : "\nkeys\n{\nk  0  1\n}\n}\n");
              return text + "}\n}\n}\n";
          }},
+        // Actors of 60 named dials each: every dial is looked for again behind itself, and
+        // that search mostly runs to the end of its block.
+        {"named-dials-small-blocks.pz2",
+         [] {
+             std::string actor = "\n\t{\n\tchannels\n\t\t{\n";
+             for (int c = 0; c < 60; ++c)
+                 actor += "\t\ttargetGeom Morph" + std::to_string(c) + "\n\t\t\t{\n\t\t\tname Morph " +
+                          std::to_string(c) + "\n\t\t\tkeys\n\t\t\t\t{\n\t\t\t\tk  0  0.5\n\t\t\t\t}\n\t\t\t}\n";
+             actor += "\t\t}\n\t}\n";
+             return kPoseHead + Numbered("actor a", actor, kTenMegabytes) + "}\n";
+         }},
+        // One block of dials whose names begin with a blank, which the dial index can't look
+        // up: each second search scans the rest of the block, a long run of one letter.
+        {"unindexed-dials-one-block.pz2",
+         [] {
+             const std::string fill = Repeated(std::string(200, 'a') + "\n", 20 * 201);
+             return kPoseHead + "actor a0:1\n{\nchannels\n{\n" +
+                    Numbered("aaaa  " + std::string(40, 'a') + "b", "x\n{\nname x\nkeys\n{\nk  0  1\n}\n}\n" + fill,
+                             kTenMegabytes) +
+                    "}\n}\n}\n";
+         }},
         // A long line without a line end.
         {"long-line.pz2", [] { return kPoseHead + Repeated("abc def {} ", kTenMegabytes) + "\n}\n"; }},
     };
