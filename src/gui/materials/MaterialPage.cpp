@@ -409,7 +409,7 @@ QWidget *MaterialPage::BuildMapColumn() {
         thumbs->addWidget(m_imgThumb[i], (i / 2) * 2, i % 2, Qt::AlignHCenter);
         thumbs->addWidget(m_lblThumb[i], (i / 2) * 2 + 1, i % 2);
     }
-    maps->addLayout(thumbs, row++, 0, 1, 6);
+    maps->addLayout(thumbs, row++, 0, 1, 6, Qt::AlignLeft);
     auto *pathForm = new QHBoxLayout;
     m_chkTexture = Named(new QCheckBox(column), "chkTexture",
                          "Use absolute file references with textures, bumps, reflection maps and transparency maps");
