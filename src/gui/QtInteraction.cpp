@@ -139,8 +139,14 @@ int QtInteraction::ChooseMap(const std::string &wanted, const std::vector<MapCan
 }
 
 void QtInteraction::ProgressShow(const std::string &title, const std::string &status, int barMax) {
-    if (!m_progress)
+    // The window behind shows what the running command has done so far.
+    BeforeQuestion();
+    if (!m_progress) {
         m_progress = new PleaseWaitWindow(m_owner);
+        // Over the middle of the window it reports on, as a dialog comes up.
+        if (m_owner && m_owner->isVisible())
+            m_progress->move(m_owner->frameGeometry().center() - m_progress->rect().center());
+    }
     m_progress->setWindowTitle(Latin1(title));
     m_progress->setStatus(Latin1(status));
     m_progress->setBarMaximum(barMax);

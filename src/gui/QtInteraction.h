@@ -45,8 +45,8 @@ public:
     bool ProgressCancelling() const override;
 
 private:
-    // The owner is redrawn from the session and painted before a question, and painted
-    // again once it is answered.
+    // The owner is redrawn from the session and painted before a question or the progress
+    // window comes up, and painted again once a question is answered.
     void BeforeQuestion();
     void AfterQuestion();
 
