@@ -106,18 +106,6 @@ private:
     }
 };
 
-// Presses Esc at the first turn of the events after the morph question, once armed.
-class EscInChannelLoad : public test::ScriptedInteraction {
-public:
-    MsgResult MessageBox(const std::string &text, const std::string &title, MsgIcon icon, MsgButtons buttons) override {
-        const MsgResult answer = ScriptedInteraction::MessageBox(text, title, icon, buttons);
-        if (Armed && text.find("morph and pose") != std::string::npos)
-            cancelAtDoEvents(doEventsCount() + 1);
-        return answer;
-    }
-    bool Armed = false;
-};
-
 } // namespace
 
 class WindowDefectsTest : public QObject {
@@ -174,45 +162,6 @@ private slots:
     }
 
     void cleanup() { m_home.reset(); }
-
-    void reopeningLeavesNoRowsOfTheEarlierFile_data() {
-        QTest::addColumn<bool>("cancelled");
-        QTest::newRow("a pose without channels") << false;
-        QTest::newRow("a cancelled channel load") << true;
-    }
-
-    void reopeningLeavesNoRowsOfTheEarlierFile() {
-        QFETCH(bool, cancelled);
-        auto owned = std::make_unique<EscInChannelLoad>();
-        EscInChannelLoad &ui = *owned;
-        ui.onFailure([](const std::string &fault) { QTest::qFail(fault.c_str(), __FILE__, __LINE__); });
-        Program p = start(std::move(owned));
-        const std::string figures = std::string(GELVANE_TEST_DATA) + "/figures/";
-        ui.nextFile(figures + "one-figure.cr2");
-        ui.nextAnswer(MsgResult::Yes); // its channels too
-        p.window->RunOpenMenu(OpenMenu::mnuOpenCR2);
-        p.widget<QTabWidget>("tbsOptions")->setCurrentIndex(1);
-        auto *actors = p.widget<QTreeWidget>("lstActors");
-        auto *dials = p.widget<QTreeWidget>("lstDials");
-        QVERIFY(actors->topLevelItemCount() > 0);
-        QVERIFY(dials->topLevelItemCount() > 0);
-
-        if (cancelled) {
-            ui.Armed = true;
-            ui.nextFile(figures + "one-figure-crlf.cr2");
-            ui.nextAnswer(MsgResult::Yes);
-            p.window->RunOpenMenu(OpenMenu::mnuOpenCR2);
-        } else {
-            std::string pose = DemoText();
-            pose = "{\n\nversion\n\t{\n\tnumber 4.01\n\t}\n" + pose.substr(pose.find("figure\n"));
-            p.window->DropFile(m_home->write("second.pz2", pose));
-        }
-        QCOMPARE(p.window->windowTitle(),
-                 QString(cancelled ? "Gelvane - [one-figure-crlf.cr2]" : "Gelvane - [second.pz2]"));
-        QCOMPARE(actors->topLevelItemCount(), 0);
-        QCOMPARE(dials->topLevelItemCount(), 0);
-        QVERIFY(IsEmptyList(p.session->Actors));
-    }
 
     void progressWindowPaintsEachChangeDuringALoad() {
         std::string text = "{\n\nversion\n\t{\n\tnumber 4.01\n\t}\n";

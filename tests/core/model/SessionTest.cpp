@@ -56,6 +56,8 @@ TEST_F(SessionTest, ResetEmptiesModelAndWindowButKeepsCaption) {
     session.View.cmbFiguresIndex = 0;
     ShowMaterialList(session);
     session.View.MaterialControlsEnabled = session.View.cmbFiguresEnabled = true;
+    session.Pose.lstActors = {{"hip:1", "actor"}};
+    session.Pose.lstDials = {{"xrot", "rotateX"}};
 
     ResetMainWindow(session);
     EXPECT_TRUE(IsEmptyList(session.Figures));
@@ -69,6 +71,8 @@ TEST_F(SessionTest, ResetEmptiesModelAndWindowButKeepsCaption) {
     EXPECT_FALSE(session.View.mnuSaveEnabled || session.View.mnuSaveAsEnabled || session.View.mnuExportMTLEnabled);
     EXPECT_FALSE(session.View.MaterialControlsEnabled || session.View.cmbFiguresEnabled);
     EXPECT_TRUE(session.View.lstMaterials.empty());
+    // A file without channels opened next shows none of these rows.
+    EXPECT_TRUE(session.Pose.lstActors.empty() && session.Pose.lstDials.empty());
     EXPECT_EQ(session.View.Caption, "Gelvane - [Walk.pz2]");
 }
 
