@@ -57,7 +57,7 @@ TEST(Preferences, OkStoresTheFormAndWritesSettingsWhole) {
     form.chkThumbMain = !s.MainThumb;
     chkThumbMain_Click(form, s, ui);
     ViewState view;
-    cmdOK_Click(form, s, view, calls.Make());
+    cmdOK_Click(form, s, view, calls.Make(), ui);
 
     EXPECT_EQ(calls.Associated, (std::vector<std::pair<std::string, bool>>{{".pz2", false}, {".cr2", true}}));
     EXPECT_EQ(calls.Refreshes, 1);

@@ -81,10 +81,13 @@ TEST(SaveAs, CancelAndFailureChangeNothing) {
     EXPECT_FALSE(w.session.View.mnuSaveEnabled);
     EXPECT_TRUE(w.session.FileModified);
     EXPECT_EQ(home.read("Open.pz2"), "old");
-    EXPECT_TRUE(w.ui.messages().empty());
+    ASSERT_EQ(w.ui.messages().size(), 1u);
+    EXPECT_EQ(w.ui.messages()[0].Text,
+              "Could not save " + home.file("no-such-folder/x.pz2") + ": the folder doesn't exist");
+    EXPECT_EQ(w.ui.messages()[0].Icon, MsgIcon::Exclamation);
 }
 
-TEST(Save, WritesInPlaceAndSwallowsFailures) {
+TEST(Save, WritesInPlaceAndSwallowsWriterFailures) {
     TestHome home;
     WriterSession w;
     OneFigure(w.session);

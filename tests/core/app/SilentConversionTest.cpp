@@ -118,6 +118,19 @@ TEST(SilentConversion, UpperCaseExtensionIsRewrittenInPlace) {
     EXPECT_EQ(home.read("work/upper-case-extension.PZ2").find("\r\n"), std::string::npos); // rewritten
 }
 
+TEST(SilentConversion, AFailedSaveIsReportedAndLeavesTheFolderAsItWas) {
+    TestHome home;
+    home.write("work/Skin Tones.fc2", Example("Libraries/Pose/Demo Skin Tones.pz2"));
+    home.write("work/Skin Tones.pz2/inside.txt", "x"); // a folder where the pose would go
+    const test::RunResult run = RunGelvane(home, {"-s", home.file("work/Skin Tones.fc2")});
+    EXPECT_NE(run.status, 0);
+    EXPECT_NE(run.errors.find("Could not save " + home.file("work/Skin Tones.pz2") + ": a folder has that name"),
+              std::string::npos)
+        << run.errors;
+    EXPECT_EQ(FilesIn(home.file("work")), (std::vector<std::string>{"Skin Tones.fc2", "Skin Tones.pz2"}));
+    EXPECT_EQ(FilesIn(home.file("work/Skin Tones.pz2")), std::vector<std::string>{"inside.txt"});
+}
+
 TEST(SilentConversion, MissingFileOrUnknownKindFails) {
     TestHome home;
     fs::create_directories(home.file("work"));

@@ -1,6 +1,7 @@
 #include "WriterModels.h"
 
 #include "core/platform/Failure.h"
+#include "core/platform/OutputFile.h"
 #include "core/platform/Paths.h"
 #include "core/writer/PoseWriter.h"
 #include "support/TestHome.h"
@@ -256,7 +257,7 @@ TEST_P(PoseGolden, WritesExpectedBytes) {
     EXPECT_EQ(home.read("out.pz2"), expected);
     EXPECT_EQ(w.session.PoserFileKind, KindPZ2);
     EXPECT_FALSE(w.session.FileModified);
-    EXPECT_FALSE(FileExists(home.file("out.pz2.gelvane-tmp")));
+    EXPECT_FALSE(FileExists(home.file(SaveTemporaryName("out.pz2"))));
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -388,7 +389,7 @@ TEST(PoseWriterFile, FailedWriteKeepsThePreviousFile) {
         EXPECT_EQ(f.Number, ErrTypeMismatch);
     }
     EXPECT_EQ(home.read("pose.pz2"), previous);
-    EXPECT_FALSE(FileExists(target + ".gelvane-tmp"));
+    EXPECT_FALSE(FileExists(JoinPath(FolderPart(target), SaveTemporaryName(FileNamePart(target)))));
     EXPECT_TRUE(w.session.FileModified);
     EXPECT_EQ(w.session.PoserFileKind, KindCR2);
 
@@ -407,7 +408,7 @@ TEST(PoseWriterFile, UnwritableTargetsFailWithoutLeftovers) {
          {home.file("folder"), home.file("plain-file/pose.pz2"), home.file("missing/pose.pz2")}) {
         w.session.OutputPath = target;
         EXPECT_THROW(WritePoseFile(w.session), Failure) << target;
-        EXPECT_FALSE(FileExists(target + ".gelvane-tmp")) << target;
+        EXPECT_FALSE(FileExists(JoinPath(FolderPart(target), SaveTemporaryName(FileNamePart(target))))) << target;
     }
     EXPECT_EQ(home.read("folder/inside.txt"), "x");
     EXPECT_EQ(home.read("plain-file"), "x");
