@@ -8,6 +8,7 @@
 #include <deque>
 #include <functional>
 #include <optional>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -18,7 +19,13 @@ struct RecordedMessage {
     std::string Title;
     MsgIcon Icon;
     MsgButtons Buttons;
+    bool operator==(const RecordedMessage &) const = default;
 };
+
+inline std::ostream &operator<<(std::ostream &out, const RecordedMessage &m) {
+    return out << '"' << m.Text << "\" \"" << m.Title << "\" icon " << static_cast<int>(m.Icon) << " buttons "
+               << static_cast<int>(m.Buttons);
+}
 
 class ScriptedInteraction : public Interaction {
 public:

@@ -1,17 +1,13 @@
 #include "core/channels/PosePageState.h"
 
-#include "core/model/Settings.h"
-#include "support/ScriptedInteraction.h"
+#include "support/SessionFixture.h"
 
-#include <gtest/gtest.h>
-
-namespace gelvane {
+namespace gelvane::test {
 namespace {
 
 TEST(PosePageState, ClickedActorIsCurrentAndListsItsNamedDials) {
-    Settings settings;
-    test::ScriptedInteraction ui;
-    Session session(settings, ui);
+    TestSession t;
+    Session &session = t.session;
     session.Actors.resize(2);
     session.Actors[1].Channels = {{"xrot", "", "rotateX"}, {}, {"Smile", "", "targetGeom"}};
 
@@ -29,4 +25,4 @@ TEST(PosePageState, ClickedActorIsCurrentAndListsItsNamedDials) {
 }
 
 } // namespace
-} // namespace gelvane
+} // namespace gelvane::test

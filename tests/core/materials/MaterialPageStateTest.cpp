@@ -1,35 +1,17 @@
 #include "core/materials/MaterialPageState.h"
 
-#include "core/model/Settings.h"
-#include "support/ScriptedInteraction.h"
+#include "support/SessionFixture.h"
 
-#include <gtest/gtest.h>
-
-namespace gelvane {
+namespace gelvane::test {
 namespace {
 
-using Strings = std::vector<std::string>;
-
-struct MaterialPageStateTest : ::testing::Test {
-    Settings settings;
-    test::ScriptedInteraction ui;
-    Session session{settings, ui};
-
+struct MaterialPageStateTest : SessionFixture {
     MaterialPageStateTest() {
         settings.PoserFolder = "/poser";
-        session.Figures.resize(2);
-        session.Figures[0].Name = "figure";
-        session.Figures[0].Materials.resize(3);
-        session.Figures[0].Materials[0].Name = "Skin";
+        FillTwoFigures(session);
         session.Figures[0].Materials[0].textureMap = ":Runtime:textures:Skin.JPG";
         session.Figures[0].Materials[0].bumpMap = " no_map ";
-        session.Figures[0].Materials[1].Name = "Eyes";
-        session.Figures[0].Materials[2].Name = "Lips";
         session.Figures[0].Materials[2].reflectionMap = "/maps/Lips.png";
-        session.Figures[1].Name = "hat";
-        session.Figures[1].Materials[0].Name = "Band";
-        session.cmbFigures = {"figure", "hat", "actor hip"};
-        session.Actors[0].Name = "hip";
     }
 };
 
@@ -98,4 +80,4 @@ TEST_F(MaterialPageStateTest, EnabledControls) {
 }
 
 } // namespace
-} // namespace gelvane
+} // namespace gelvane::test

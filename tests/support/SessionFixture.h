@@ -1,0 +1,59 @@
+#pragma once
+// A session with its own settings and scripted user, alone or as a fixture on a
+// temporary home, and the look-ups that the core tests share.
+#include "core/model/Session.h"
+#include "core/model/Settings.h"
+#include "core/platform/Failure.h"
+#include "support/ScriptedInteraction.h"
+#include "support/TestHome.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace gelvane::test {
+
+using Strings = std::vector<std::string>;
+
+struct TestSession {
+    Settings settings;
+    ScriptedInteraction ui;
+    Session session{settings, ui};
+};
+
+class SessionFixture : public ::testing::Test, public TestSession {
+protected:
+    Strings MaterialNames(size_t figure = 0) const {
+        Strings names;
+        for (const Material &m : session.Figures.at(figure).Materials)
+            names.push_back(m.Name);
+        return names;
+    }
+    // The texts of the message boxes shown so far.
+    Strings Texts() const {
+        Strings texts;
+        for (const RecordedMessage &m : ui.messages())
+            texts.push_back(m.Text);
+        return texts;
+    }
+
+    TestHome home;
+};
+
+// Two owners and an actor row behind them: "figure" (Skin, Eyes, Lips), "hat" (Band),
+// "actor hip".
+void FillTwoFigures(Session &session);
+
+// The number of the failure that `run` throws; 0 when it throws none.
+inline int FailureNumber(const std::function<void()> &run) {
+    try {
+        run();
+    } catch (const Failure &f) {
+        return f.Number;
+    }
+    return 0;
+}
+
+} // namespace gelvane::test
