@@ -17,6 +17,14 @@ namespace gelvane::test {
 
 using Strings = std::vector<std::string>;
 
+// The names of the records of a list, in order.
+template <class T> Strings NamesOf(const std::vector<T> &list) {
+    Strings names;
+    for (const T &record : list)
+        names.push_back(record.Name);
+    return names;
+}
+
 struct TestSession {
     Settings settings;
     ScriptedInteraction ui;
@@ -25,12 +33,7 @@ struct TestSession {
 
 class SessionFixture : public ::testing::Test, public TestSession {
 protected:
-    Strings MaterialNames(size_t figure = 0) const {
-        Strings names;
-        for (const Material &m : session.Figures.at(figure).Materials)
-            names.push_back(m.Name);
-        return names;
-    }
+    Strings MaterialNames(size_t figure = 0) const { return NamesOf(session.Figures.at(figure).Materials); }
     // The texts of the message boxes shown so far.
     Strings Texts() const {
         Strings texts;

@@ -17,44 +17,30 @@ namespace {
 void P4Materials(Session &s) {
     Material noMap = SkinMaterial("SkinNoMap");
     noMap.textureMap = "NO_MAP";
-    Material bare;
-    bare.Name = "Bare";
     Material omitted = SkinMaterial("Omitted");
     omitted.Omit = true;
     Material edge;
     edge.Name = "Edge";
     edge.KdColor = {1, 128, 254};
-    edge.KdColorEnabled = true;
     edge.TextureColor = "75";
-    edge.TextureColorEnabled = true;
     edge.NsExponent = 120;
-    edge.NsExponentEnabled = true;
     edge.tMin = 33;
-    edge.tMinEnabled = true;
     edge.tMax = 100;
-    edge.tMaxEnabled = true;
     edge.tExpo = 0.25f;
-    edge.tExpoEnabled = true;
     edge.bumpStrength = "1000";
-    edge.bumpStrengthEnabled = true;
     edge.ksIgnoreTexture = true;
-    edge.ksIgnoreTextureEnabled = true;
     edge.textureMap = "No_Map";
-    edge.textureMapEnabled = true;
-    edge.bumpMap = "";
-    edge.bumpMapEnabled = true;
     edge.reflectionMap = "never written";
     edge.reflectionStrength = " 33 ";
-    edge.reflectionStrengthEnabled = true;
     edge.ReflectionColor = {1, 2, 3};
-    Material ns1, ns100;
-    ns1.Name = "Ns1";
+    edge.KdColorEnabled = edge.TextureColorEnabled = edge.NsExponentEnabled = edge.tMinEnabled = true;
+    edge.tMaxEnabled = edge.tExpoEnabled = edge.bumpStrengthEnabled = edge.ksIgnoreTextureEnabled = true;
+    edge.textureMapEnabled = edge.bumpMapEnabled = edge.reflectionStrengthEnabled = true; // bumpMap is empty
+    Material ns1 = Named("Ns1"), ns100 = Named("Ns100");
     ns1.NsExponent = 1;
-    ns1.NsExponentEnabled = true;
-    ns100.Name = "Ns100";
     ns100.NsExponent = 100;
-    ns100.NsExponentEnabled = true;
-    s.Figures = {MakeFigure("figure", {SkinMaterial(), noMap, bare, omitted}),
+    ns1.NsExponentEnabled = ns100.NsExponentEnabled = true;
+    s.Figures = {MakeFigure("figure", {SkinMaterial(), noMap, Named("Bare"), omitted}),
                  MakeFigure("prop box", {edge, ns1, ns100})};
     s.cmbFigures = {"figure", "prop box"};
     s.Options.chkChannels = true;
@@ -81,23 +67,19 @@ void P5Skin(Session &s) {
 }
 
 void P5Links(Session &s) {
-    Material all;
-    all.Name = "AllMaps";
+    Material all = Named("AllMaps");
     all.tMax = 50;
-    all.tMaxEnabled = true;
     all.bumpStrength = "50";
-    all.bumpStrengthEnabled = true;
     all.ksIgnoreTexture = true;
-    all.ksIgnoreTextureEnabled = true;
     all.textureMap = "tex.jpg";
     all.bumpMap = "bump.jpg";
     all.reflectionMap = "refl.jpg";
     all.transparencyMap = "trans.jpg";
-    all.textureMapEnabled = all.bumpMapEnabled = all.reflectionMapEnabled = all.transparencyMapEnabled = true;
     all.TextureColor = "not read while its flag is clear";
+    all.tMaxEnabled = all.bumpStrengthEnabled = all.ksIgnoreTextureEnabled = true;
+    all.textureMapEnabled = all.bumpMapEnabled = all.reflectionMapEnabled = all.transparencyMapEnabled = true;
 
-    Material trans;
-    trans.Name = "TransNoTMax";
+    Material trans = Named("TransNoTMax");
     trans.textureMap = "a.jpg";
     trans.reflectionMap = "r.jpg";
     trans.transparencyMap = "t.jpg";
@@ -105,25 +87,19 @@ void P5Links(Session &s) {
     trans.ReflectionColorEnabled = true;
     trans.tMax = 100; // its flag is clear: no input, and the transparency node isn't counted
 
-    Material bum;
-    bum.Name = "BumOnly";
+    Material bum = Named("BumOnly");
     bum.bumpMap = ":Runtime:textures:skin.BUM";
-    bum.bumpMapEnabled = true;
     bum.bumpStrength = "50";
-    bum.bumpStrengthEnabled = true;
+    bum.bumpMapEnabled = bum.bumpStrengthEnabled = true;
 
-    Material noStrength;
-    noStrength.Name = "BumpNoStrength";
+    Material noStrength = Named("BumpNoStrength");
     noStrength.bumpMap = "b.jpg";
     noStrength.bumpMapEnabled = true;
 
-    Material none;
-    none.Name = "NoMaps";
-    none.KsColorEnabled = true;
+    Material none = Named("NoMaps");
     none.NsExponent = 33;
-    none.NsExponentEnabled = true;
     none.reflectionMap = "NO_MAP";
-    none.reflectionMapEnabled = true;
+    none.KsColorEnabled = none.NsExponentEnabled = none.reflectionMapEnabled = true;
     none.bumpMap = "b.jpg"; // flag clear: neither a bump link nor a node
 
     s.Figures = {MakeFigure("figure", {all, trans, bum, noStrength, none})};
@@ -134,12 +110,11 @@ void P5Links(Session &s) {
 }
 
 void BatchTExpo(Session &s) {
-    Material opaque, half;
-    opaque.Name = "Opaque";
+    Material opaque = Named("Opaque");
     opaque.tMin = opaque.tMax = 100;
     opaque.tExpo = 0.75f;
     opaque.tMinEnabled = opaque.tMaxEnabled = opaque.tExpoEnabled = true;
-    half = opaque;
+    Material half = opaque;
     half.Name = "Half";
     half.tMin = 50;
     s.Figures = {MakeFigure("figure", {opaque, half})};
@@ -164,37 +139,30 @@ void LightsCameras(Session &s) {
     Channel xrot = KeyedChannel("rotateX", "xrot", 3);
     xrot.ValueEnabled = false;
     xrot.DisplayName = "xRotate";
-    xrot.NameEnabled = true;
     xrot.Hidden = 1;
-    xrot.HiddenEnabled = true;
+    xrot.NameEnabled = xrot.HiddenEnabled = true;
     Actor light = MakeActor("light", "1", {red, xrot, KeyedChannel("valueParm", "Dim", -12.5)});
     light.StorageOffset = "0 0.3487 0";
     light.ObjFileGeom = "0 0 :Runtime:Geometries:lightIndicator.obj";
     light.GeomResource = 1;
     light.LightType = 2;
     light.DisplayName = "Light 1";
-    light.NameEnabled = true;
     light.OnOff = 2;
-    light.OnOffEnabled = true;
     light.Hidden = 1;
-    light.HiddenEnabled = true;
     light.Locked = 1;
-    light.LockedEnabled = true;
     light.DepthMapSize = 257;
-    light.DepthMapSizeEnabled = true;
     light.DepthCamera = "shadowCam1";
     light.DoShadow = 2;
-    light.DoShadowEnabled = true;
     light.LightOn = 2;
-    light.LightOnEnabled = true;
+    light.NameEnabled = light.OnOffEnabled = light.HiddenEnabled = light.LockedEnabled = true;
+    light.DepthMapSizeEnabled = light.DoShadowEnabled = light.LightOnEnabled = true;
     light.Port = "7";
 
     Actor camera = MakeActor("camera", "MAIN_CAMERA");
     camera.StorageOffset = "0 0 0";
     camera.OnOff = 1;
-    camera.OnOffEnabled = true;
     camera.Hidden = 0;
-    camera.HiddenEnabled = true;
+    camera.OnOffEnabled = camera.HiddenEnabled = true;
     camera.Locked = 2;
     camera.Port = "1";
     camera.CameraModel = "0";
@@ -205,11 +173,9 @@ void LightsCameras(Session &s) {
     head.Port = "9";
     head.GeomResource = 3;
     head.DepthMapSize = 5;
-    head.DepthMapSizeEnabled = true;
     head.DoShadow = 1;
-    head.DoShadowEnabled = true;
     head.LightOn = 2;
-    head.LightOnEnabled = true;
+    head.DepthMapSizeEnabled = head.DoShadowEnabled = head.LightOnEnabled = true;
     head.OnOff = 2;
 
     Actor hair = MakeActor("prop", "FigureHair", {KeyedChannel("valueParm", "scale", 1e-5)});
@@ -381,12 +347,7 @@ TEST(PoseWriterFile, FailedWriteKeepsThePreviousFile) {
     // A strength that isn't a number ends the run halfway through the file.
     w.session.Figures[0].Materials[0].bumpStrength = "";
     w.session.OutputPath = target;
-    try {
-        WritePoseFile(w.session);
-        FAIL() << "an empty strength must fail";
-    } catch (const Failure &f) {
-        EXPECT_EQ(f.Number, ErrTypeMismatch);
-    }
+    EXPECT_EQ(FailureNumber([&] { WritePoseFile(w.session); }), ErrTypeMismatch);
     EXPECT_EQ(home.read("pose.pz2"), previous);
     EXPECT_FALSE(FileExists(target + ".gelvane-tmp"));
     EXPECT_TRUE(w.session.FileModified);
