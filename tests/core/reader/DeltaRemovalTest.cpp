@@ -1,10 +1,7 @@
 #include "core/reader/DeltaRemoval.h"
 
-#include "core/model/Settings.h"
 #include "core/model/Text.h"
-#include "support/ScriptedInteraction.h"
-
-#include <gtest/gtest.h>
+#include "support/SessionFixture.h"
 
 #include <random>
 
@@ -76,9 +73,9 @@ TEST(DeltaRemoval, MorphTargetLosesItsNumbersOnly) {
 }
 
 TEST(DeltaRemoval, YieldsBetweenPiecesAndCancels) {
-    Settings settings;
-    test::ScriptedInteraction ui;
-    Session session(settings, ui);
+    test::TestSession t;
+    Session &session = t.session;
+    test::ScriptedInteraction &ui = t.ui;
     std::string text = "{\r\nversion\r\n}\r\n";
     for (int i = 0; i < 50; ++i)
         text += "targetGeom t" + std::to_string(i) + "\r\n{\r\ndeltas\r\n{\r\nd 0 1 1 1\r\n}\r\n}\r\n";
