@@ -201,6 +201,34 @@ void NoChannels(Session &s) {
     s.Options.txtThighLength = "0.5";
 }
 
+// The first row is an actor entry: its materials go into the actor, and no closing section is written.
+void ActorEntryFirst(Session &s) {
+    s.Figures = {MakeFigure("hip", {WhiteMaterial("HipMat")})};
+    s.Actors = {MakeActor("actor", "hip", {KeyedChannel("targetGeom", "Belly", 1)})};
+    s.cmbFigures = {"actor hip", "actor chest"};
+}
+
+// Rows behind the last figure don't count, however they read: a closing section, no custom materials.
+void ActorRowsBehind(Session &s) {
+    ActorEntryFirst(s);
+    s.cmbFigures = {"hip", "actor chest"};
+}
+
+// An entry that two actors match goes into both; the count includes the omitted material.
+void TwoMatchingActors(Session &s) {
+    s.Figures = {MakeFigure("hip", {WhiteMaterial("HipMat"), WhiteMaterial("Omitted")})};
+    s.Figures[0].Materials[1].Omit = true;
+    s.cmbFigures = {"actor hip"};
+    s.Actors = {MakeActor("actor", "hip"), MakeActor("prop", "hip")};
+}
+
+// Nothing but the comment and a version typed with a comma.
+void CommentOnly(Session &s) {
+    s.Options.chkChannels = s.Options.chkNoMaterialData = true;
+    s.FileComment = "first\r\nsecond\r\n";
+    s.OutputVersion = "4,01";
+}
+
 struct GoldenCase {
     const char *name;
     void (*build)(Session &);
@@ -231,7 +259,9 @@ INSTANTIATE_TEST_SUITE_P(
                     GoldenCase{"pose-example-unix", PoseExampleUnix}, GoldenCase{"p5-skin", P5Skin},
                     GoldenCase{"p5-links", P5Links}, GoldenCase{"batch-texpo", BatchTExpo},
                     GoldenCase{"lights-cameras", LightsCameras}, GoldenCase{"no-material-data", NoMaterialData},
-                    GoldenCase{"no-channels", NoChannels}),
+                    GoldenCase{"no-channels", NoChannels}, GoldenCase{"actor-entry-first", ActorEntryFirst},
+                    GoldenCase{"actor-rows-behind", ActorRowsBehind},
+                    GoldenCase{"two-matching-actors", TwoMatchingActors}, GoldenCase{"comment-only", CommentOnly}),
     [](const testing::TestParamInfo<GoldenCase> &info) {
         std::string n = info.param.name;
         for (char &c : n)
@@ -246,13 +276,6 @@ std::string PoseText(Session &s) {
     LineWriter out(s.Options.LineEnd());
     WritePose(s, out);
     return out.text();
-}
-
-size_t Count(const std::string &text, const std::string &what) {
-    size_t n = 0;
-    for (size_t p = text.find(what); p != std::string::npos; p = text.find(what, p + 1))
-        ++n;
-    return n;
 }
 
 } // namespace
@@ -274,55 +297,15 @@ TEST(PoseWriter, HairNamesChangeInTheModelAsWritten) {
     EXPECT_NE(PoseText(hair.session).find("\r\nprop figureHair\r\n\t{\r\n\tmaterial Strands"), std::string::npos);
 }
 
-TEST(PoseWriter, FirstActorEntryDecidesTheSections) {
+TEST(PoseWriter, FirstActorEntryIsTheFirstRowBeginningWithActor) {
     WriterSession w;
-    Session &s = w.session;
-    s.Figures = {MakeFigure("hip", {WhiteMaterial("HipMat")})};
-    s.Actors = {MakeActor("actor", "hip", {KeyedChannel("targetGeom", "Belly", 1)})};
-    // Rows behind the last Figure don't count, however they read.
-    s.cmbFigures = {"hip", "actor chest"};
-    EXPECT_EQ(FirstActorEntry(s), -1);
-    std::string text = PoseText(s);
-    EXPECT_EQ(Count(text, "customMaterial"), 0u);
-    EXPECT_NE(text.find("\r\nhip\r\n\t{\r\n\tmaterial HipMat"), std::string::npos);
-
-    // The first row is an actor entry: the closing section writes nothing.
-    s.cmbFigures = {"actor hip", "actor chest"};
-    EXPECT_EQ(FirstActorEntry(s), 0);
-    text = PoseText(s);
-    EXPECT_EQ(Count(text, "material HipMat"), 1u);
-    EXPECT_EQ(Count(text, "customMaterial 1"), 1u);
-    EXPECT_EQ(text.find("\r\nhip\r\n"), std::string::npos);
-    // Only the exact prefix "actor " marks an actor entry.
-    s.cmbFigures = {"Actor hip"};
-    EXPECT_EQ(FirstActorEntry(s), -1);
-}
-
-TEST(PoseWriter, EntryWithTwoMatchingActorsGoesIntoBoth) {
-    WriterSession w;
-    Session &s = w.session;
-    s.Figures = {MakeFigure("hip", {WhiteMaterial("HipMat"), WhiteMaterial("Omitted")})};
-    s.Figures[0].Materials[1].Omit = true;
-    s.cmbFigures = {"actor hip"};
-    s.Actors = {MakeActor("actor", "hip"), MakeActor("prop", "hip")};
-    const std::string text = PoseText(s);
-    // The count includes the omitted material, whose block isn't written.
-    EXPECT_EQ(Count(text, "\tcustomMaterial 2\r\n\tmaterial HipMat\r\n"), 2u);
-    EXPECT_EQ(Count(text, "Omitted"), 0u);
-    // Actors without channels get no channels block.
-    EXPECT_EQ(Count(text, "channels"), 0u);
-}
-
-TEST(PoseWriter, CommentLinesFollowTheLineEnd) {
-    WriterSession w;
-    Session &s = w.session;
-    s.Options.chkChannels = true;
-    s.Options.chkNoMaterialData = true;
-    s.FileComment = "first\r\nsecond\r\n";
-    EXPECT_EQ(PoseText(s), "{\r\n# first\r\n# second\r\n# \r\nversion\r\n\t{\r\n\tnumber 4.01\r\n\t}\r\n}\r\n");
-    s.FileComment.clear();
-    s.OutputVersion = "4,01";
-    EXPECT_EQ(PoseText(s), "{\r\nversion\r\n\t{\r\n\tnumber 4.01\r\n\t}\r\n}\r\n");
+    ActorEntryFirst(w.session);
+    const std::pair<Strings, int> cases[] = {
+        {{"hip", "actor chest"}, -1}, {{"actor hip", "actor chest"}, 0}, {{"Actor hip"}, -1}};
+    for (const auto &[rows, entry] : cases) {
+        w.session.cmbFigures = rows;
+        EXPECT_EQ(FirstActorEntry(w.session), entry) << rows[0];
+    }
 }
 
 TEST(PoseWriterFile, OutputPathFallsBackToTheDialogFileName) {
