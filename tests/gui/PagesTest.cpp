@@ -1,74 +1,16 @@
 #include "core/maps/MapPaths.h"
-#include "core/maps/Thumbnails.h"
 #include "core/materials/MaterialPageState.h"
-#include "core/model/Session.h"
-#include "core/model/Settings.h"
 #include "core/reader/ActorLoader.h"
 #include "gui/FileDialogs.h"
 #include "gui/channels/PosePage.h"
 #include "gui/materials/MaterialPage.h"
 #include "gui/reader/FigureWindow.h"
-#include "support/SessionFixture.h"
-
-#include <QApplication>
-#include <QCheckBox>
-#include <QComboBox>
-#include <QFileDialog>
-#include <QLabel>
-#include <QListWidget>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QTimer>
-#include <QTreeWidget>
-#include <QtTest>
-
-#include <filesystem>
+#include "support/QtSupport.h"
 
 using namespace gelvane;
+using namespace gelvane::test;
 
 namespace {
-
-QStringList Rows(const QListWidget *list) {
-    QStringList rows;
-    for (int i = 0; i < list->count(); ++i)
-        rows << list->item(i)->text();
-    return rows;
-}
-
-QStringList Rows(const QTreeWidget *list, int column) {
-    QStringList rows;
-    for (int i = 0; i < list->topLevelItemCount(); ++i)
-        rows << list->topLevelItem(i)->text(column);
-    return rows;
-}
-
-std::string WritePng(const std::string &path, int w, int h, QColor color) {
-    std::filesystem::create_directories(std::filesystem::path(path).parent_path());
-    QImage image(w, h, QImage::Format_RGB32);
-    image.fill(color);
-    image.save(QString::fromStdString(path));
-    return path;
-}
-
-QRgb Centre(const QLabel *label) {
-    const QImage image = label->pixmap().toImage();
-    return image.pixel(image.width() / 2, image.height() / 2);
-}
-
-// Runs `work` on the modal dialog that `open` brings up, once it is there.
-template <class Dialog> void WhenModal(std::function<void(Dialog *)> work) {
-    QTimer::singleShot(0, [work] {
-        QTRY_VERIFY(qobject_cast<Dialog *>(QApplication::activeModalWidget()) != nullptr);
-        work(qobject_cast<Dialog *>(QApplication::activeModalWidget()));
-    });
-}
-
-// A scripted interaction whose faults fail the running Qt test.
-struct Script : test::ScriptedInteraction {
-    Script() {
-        onFailure([](const std::string &fault) { QTest::qFail(fault.c_str(), __FILE__, __LINE__); });
-    }
-};
 
 // A session on a temporary home and the material page over it.
 struct MaterialPageOn {
@@ -80,9 +22,9 @@ struct MaterialPageOn {
         page.refresh();
     }
 
-    test::TestHome home;
+    TestHome home;
     Settings settings;
-    Script ui;
+    QtScript ui;
     Session session{settings, ui};
     ThumbnailCache thumbnails;
     MaterialPage page{session, thumbnails};
@@ -96,9 +38,7 @@ class PagesTest : public QObject {
 private slots:
     void materialPageShowsObjectsAndMaterials();
     void materialPageShowsCachedThumbnails();
-    void fullMapPathsBoxIsTheSessions();
     void posePageListsActorsAndDials();
-    void nameFilters();
     void previewPanelShowsThumbnailOrNA();
     void fileDialogPreviewsAndReturnsThePath();
     void figureWindowListsByNameOrGeometry();
@@ -115,7 +55,7 @@ void PagesTest::materialPageShowsObjectsAndMaterials() {
     QVERIFY(m.child<QComboBox>("Combo1")->isEnabled());
 
     m.page.show();
-    test::FillTwoFigures(m.session);
+    FillTwoFigures(m.session);
     m.opened();
     QCOMPARE(cmbFigures->count(), 3);
     QVERIFY(cmbFigures->isEnabled());
@@ -155,11 +95,19 @@ void PagesTest::materialPageShowsObjectsAndMaterials() {
     QTest::keyClick(combo1, Qt::Key_Down);
     QCOMPARE(loaded, std::vector<int>{1});
     QCOMPARE(m.session.View.Combo1Index, 1);
+
+    // "Use full map paths" is the session's.
+    auto *fullPaths = m.child<QCheckBox>("chkTexture");
+    fullPaths->click();
+    QVERIFY(m.session.View.chkTexture);
+    m.session.View.chkTexture = false;
+    m.page.refresh();
+    QVERIFY(!fullPaths->isChecked());
 }
 
 void PagesTest::materialPageShowsCachedThumbnails() {
     MaterialPageOn m;
-    test::FillTwoFigures(m.session);
+    FillTwoFigures(m.session);
     Material &skin = m.session.Figures[0].Materials[0];
     skin.textureMap = WritePng(m.home.file("Maps/Skin.png"), 40, 40, Qt::red);
     skin.bumpMap = "NO_MAP";
@@ -168,7 +116,7 @@ void PagesTest::materialPageShowsCachedThumbnails() {
     m.opened();
     auto *texThumb = m.child<QLabel>("imgThumb_0");
     QVERIFY(texThumb->isEnabled() && m.child<QLabel>("lblThumb_0")->isEnabled());
-    QCOMPARE(QColor(Centre(texThumb)), QColor(Qt::red));
+    QCOMPARE(Centre(texThumb), QColor(Qt::red));
     for (const char *name : {"imgThumb_1", "imgThumb_2", "imgThumb_3"})
         QVERIFY(m.child<QLabel>(name)->pixmap().isNull() && !m.child<QLabel>(name)->isEnabled());
     // Another material without maps empties the thumbnail.
@@ -176,22 +124,10 @@ void PagesTest::materialPageShowsCachedThumbnails() {
     QVERIFY(texThumb->pixmap().isNull() && !texThumb->isEnabled());
 }
 
-void PagesTest::fullMapPathsBoxIsTheSessions() {
-    MaterialPageOn m;
-    test::FillTwoFigures(m.session);
-    m.opened();
-    auto *box = m.child<QCheckBox>("chkTexture");
-    box->click();
-    QVERIFY(m.session.View.chkTexture);
-    m.session.View.chkTexture = false;
-    m.page.refresh();
-    QVERIFY(!box->isChecked());
-}
-
 void PagesTest::posePageListsActorsAndDials() {
     Settings settings;
     settings.ReportTime = false;
-    Script ui;
+    QtScript ui;
     Session session(settings, ui);
     PosePage page(session);
     page.refresh();
@@ -200,7 +136,7 @@ void PagesTest::posePageListsActorsAndDials() {
     QCOMPARE(lstActors->topLevelItemCount(), 0);
     QVERIFY(!lstActors->isEnabled());
 
-    LoadActorSection(session, test::ReadTestData("channels/two-actors.pz2"));
+    LoadActorSection(session, ReadTestData("channels/two-actors.pz2"));
     page.refresh();
     QCOMPARE(Rows(lstActors, 0), QStringList({"hip", "LIGHT_1"}));
     QVERIFY(lstActors->isEnabled());
@@ -218,15 +154,8 @@ void PagesTest::posePageListsActorsAndDials() {
     QVERIFY(!lstActors->isEnabled() && !lstDials->isEnabled());
 }
 
-void PagesTest::nameFilters() {
-    QCOMPARE(NameFiltersOf("Characters|*.cr2|All files|*.*"),
-             QStringList({"Characters (*.cr2 *.CR2)", "All files (*)"}));
-    QCOMPARE(NameFiltersOf("All image files|*.jpg;*.bum|"), QStringList({"All image files (*.jpg *.JPG *.bum *.BUM)"}));
-    QCOMPARE(NameFiltersOf(""), QStringList());
-}
-
 void PagesTest::previewPanelShowsThumbnailOrNA() {
-    test::TestHome home;
+    TestHome home;
     const std::string picture = WritePng(home.file("pic.png"), 30, 60, Qt::blue);
     const std::string pose = home.write("Pose.pz2", "{\n}\n");
     ThumbnailCache thumbnails;
@@ -236,11 +165,11 @@ void PagesTest::previewPanelShowsThumbnailOrNA() {
     QVERIFY(pic && check);
 
     panel.PreviewSelectedFile(QString::fromStdString(picture));
-    QCOMPARE(QColor(Centre(pic)), QColor(Qt::blue));
+    QCOMPARE(Centre(pic), QColor(Qt::blue));
     QVERIFY(thumbnails.Contains(picture, 1));
     panel.PreviewSelectedFile(QString::fromStdString(pose)); // no picture beside it
     const QImage na = pic->pixmap().toImage();
-    QVERIFY(!na.isNull() && QColor(Centre(pic)) != QColor(Qt::blue));
+    QVERIFY(!na.isNull() && Centre(pic) != QColor(Qt::blue));
     // A folder changes nothing; unchecking empties the picture and stops previews.
     panel.PreviewSelectedFile(QString::fromStdString(home.path()));
     QCOMPARE(pic->pixmap().toImage(), na);
@@ -251,7 +180,7 @@ void PagesTest::previewPanelShowsThumbnailOrNA() {
 }
 
 void PagesTest::fileDialogPreviewsAndReturnsThePath() {
-    test::TestHome home;
+    TestHome home;
     ThumbnailCache thumbnails;
     const std::string figure = home.write("Figures/Two.cr2", "{\n}\n");
     WritePng(home.file("Figures/Two.png"), 20, 10, Qt::yellow);
@@ -273,15 +202,13 @@ void PagesTest::fileDialogPreviewsAndReturnsThePath() {
         auto *pic = dialog->findChild<QLabel *>("picPreview");
         QVERIFY(pic);
         emit dialog->currentChanged(QString::fromStdString(figure));
-        QCOMPARE(QColor(Centre(pic)), QColor(Qt::yellow));
+        QCOMPARE(Centre(pic), QColor(Qt::yellow));
         dialog->selectFile(QString::fromStdString(figure));
         static_cast<QDialog *>(dialog)->accept();
         checked = true;
     });
-    const auto chosen = ShowFileDialog(nullptr, request, thumbnails);
+    QCOMPARE(ShowFileDialog(nullptr, request, thumbnails), std::optional(figure));
     QVERIFY(checked);
-    QVERIFY(chosen.has_value());
-    QCOMPARE(QString::fromStdString(*chosen), QString::fromStdString(figure));
     // The preview list lives only as long as the dialog.
     QVERIFY(thumbnails.Keys(1).empty());
 
@@ -305,6 +232,9 @@ void PagesTest::fileDialogPreviewsAndReturnsThePath() {
     const auto folder = ShowFolderDialog(nullptr, home.path(), "Look for maps in:");
     QVERIFY(folder.has_value());
     QCOMPARE(std::filesystem::path(*folder), std::filesystem::path(home.file("Figures")));
+
+    QCOMPARE(NameFiltersOf("All image files|*.jpg;*.bum|"), QStringList({"All image files (*.jpg *.JPG *.bum *.BUM)"}));
+    QCOMPARE(NameFiltersOf(""), QStringList());
 }
 
 void PagesTest::figureWindowListsByNameOrGeometry() {
@@ -334,12 +264,12 @@ void PagesTest::figureWindowListsByNameOrGeometry() {
 }
 
 void PagesTest::figureWindowOpensTheChosenFigureOfATwoFigureFile() {
-    test::TestHome home;
+    TestHome home;
     Settings settings;
     settings.AutoCorrect = false;
-    Script ui;
+    QtScript ui;
     Session session(settings, ui);
-    session.DialogFileName = home.write("two-figures.cr2", test::ReadTestData("figures/two-figures.cr2"));
+    session.DialogFileName = home.write("two-figures.cr2", ReadTestData("figures/two-figures.cr2"));
     session.PoserFileKind = KindCR2;
     session.MultiFigure = true;
     ui.nextAnswer(MsgResult::No); // no channels

@@ -1,9 +1,6 @@
 #include "core/app/SaveCommands.h"
 
 #include "../writer/WriterModels.h"
-#include "support/TestHome.h"
-
-#include <gtest/gtest.h>
 
 #include <filesystem>
 

@@ -3,7 +3,6 @@
 #include "support/SessionFixture.h"
 
 #include <Magick++.h>
-#include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <filesystem>

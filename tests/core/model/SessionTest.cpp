@@ -1,4 +1,3 @@
-#include "core/model/Session.h"
 
 #include "support/SessionFixture.h"
 

@@ -1,7 +1,6 @@
 #include "core/reader/MorphLoader.h"
 
 #include "FigureTestSession.h"
-#include "core/platform/Failure.h"
 #include "core/reader/DeltaRemoval.h"
 
 namespace gelvane {

@@ -1,11 +1,8 @@
 #include "core/reader/OpenFile.h"
 
-#include "core/model/Settings.h"
 #include "core/model/Text.h"
 #include "support/PoserText.h"
 #include "support/SessionFixture.h"
-
-#include <gtest/gtest.h>
 
 #include <filesystem>
 

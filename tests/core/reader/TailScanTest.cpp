@@ -1,12 +1,8 @@
 #include "core/reader/TailScan.h"
 
-#include "core/model/Settings.h"
 #include "core/model/Text.h"
-#include "core/platform/Failure.h"
 #include "core/reader/OpenFile.h"
 #include "support/SessionFixture.h"
-
-#include <gtest/gtest.h>
 
 #include <filesystem>
 #include <fstream>

@@ -1,11 +1,7 @@
 #include "WriterModels.h"
 
-#include "core/platform/Failure.h"
 #include "core/platform/Paths.h"
 #include "core/writer/PoseWriter.h"
-#include "support/TestHome.h"
-
-#include <gtest/gtest.h>
 
 #include <filesystem>
 
