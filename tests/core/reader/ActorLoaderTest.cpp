@@ -265,25 +265,6 @@ TEST(ActorLoader, NextActorKeywordSkipsEmptyDeclarations) {
     EXPECT_EQ(NextActorKeyword("figure\n{\n}\n", true), "none");
 }
 
-TEST(ActorLoader, LargeSectionLoads) {
-    std::string text;
-    const int actors = 1000, channels = 100;
-    for (int a = 0; a < actors; ++a) {
-        text += "actor part" + std::to_string(a) + "\n{\nname Part\non\nchannels\n{\n";
-        for (int c = 0; c < channels; ++c)
-            text += "targetGeom m" + std::to_string(1000 + c) + "\n{\nname M\nhidden 0\nkeys\n{\nstatic  0\nk  0  " +
-                    std::to_string(c) + "\n}\ninterpStyleLocked 0\n}\n";
-        text += "}\nlocked 0\n}\n";
-    }
-    Loader l;
-    l.session.BatchMode = true;
-    ASSERT_TRUE(LoadActorSection(l.session, text));
-    ASSERT_EQ(l.session.Actors.size(), static_cast<size_t>(actors));
-    for (const Actor &a : l.session.Actors)
-        ASSERT_EQ(a.Channels.size(), static_cast<size_t>(channels)) << a.Name;
-    EXPECT_DOUBLE_EQ(l.session.Actors[999].Channels[99].Value, 99);
-}
-
 TEST(ActorLoader, CharacterCorpusChannels) {
     const std::string path = CorpusPath("sl_avatar/SL_Male.cr2");
     std::string file = ReadFileBytes(path);

@@ -64,16 +64,11 @@ TEST_F(MaterialParserTest, SingleValueConversions) {
     auto texture = [](const Material &m) { return m.TextureColor; };
     auto tmin = [](const Material &m) { return std::to_string(m.tMin); };
     const Case cases[] = {
-        {"NsExponent 0 \n", ns, "101+"},
-        {"NsExponent 101 \n", ns, "1-"}, // a result of 0 counts as a missing line
-        {"bumpStrength 10 \n", bump, "1000"},
-        {"bumpStrength 10.01 \n", bump, "0"}, // beyond the sanity limit
-        {"bumpStrength 12 \n", bump, "0"},
-        {"bumpStrength -10 \n", bump, "-1000"},
-        {"tMin -11 \n", tmin, "0"},
-        {"TextureColor 0 0 0 0.333 \n", texture, "33"},
-        {"TextureColor 0.5\n", texture, "50"},
-    };
+        {"NsExponent 0 \n", ns, "101+"},      {"NsExponent 101 \n", ns, "1-"}, // a result of 0 counts as a missing line
+        {"bumpStrength 10 \n", bump, "1000"}, {"bumpStrength 10.01 \n", bump, "0"}, // beyond the sanity limit
+        {"bumpStrength 12 \n", bump, "0"},    {"bumpStrength -10 \n", bump, "-1000"},
+        {"tMin -11 \n", tmin, "0"},           {"TextureColor 0 0 0 0.333 \n", texture, "33"},
+        {"TextureColor 0.5\n", texture, "50"}};
     for (const Case &c : cases)
         EXPECT_EQ(c.field(Parse(c.line)), c.expected) << c.line;
 }

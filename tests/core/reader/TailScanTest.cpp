@@ -76,8 +76,7 @@ TEST_F(TailScanTest, CorpusFilesOpenWithTheirMaterials) {
          {"RealityIBLSphere", "Preview"},
          {255, 255, 255},
          101},
-        {KindPP2, "reality/Simple Plane.pp2", "prop SimplePlane", {"RealityPlane", "Preview"}, {204, 204, 204}, 91},
-    };
+        {KindPP2, "reality/Simple Plane.pp2", "prop SimplePlane", {"RealityPlane", "Preview"}, {204, 204, 204}, 91}};
     for (const Case &c : cases) {
         Open(c.kind, CorpusPath(c.file));
         ASSERT_FALSE(session.OpenFailed) << c.file;
