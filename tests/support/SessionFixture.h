@@ -11,6 +11,7 @@
 
 #include <functional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace gelvane::test {
@@ -44,6 +45,11 @@ protected:
 
     TestHome home;
 };
+
+// What a file dialog was asked for, to compare with a tuple.
+inline auto Fields(const FileDialogRequest &r) {
+    return std::tie(r.Title, r.Filter, r.DefaultExt, r.InitialDir, r.FileName, r.Flags, r.ForSave);
+}
 
 // Two owners and an actor row behind them: "figure" (Skin, Eyes, Lips), "hat" (Band),
 // "actor hip".

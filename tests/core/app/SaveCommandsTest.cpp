@@ -32,15 +32,11 @@ TEST(SaveAs, WritesThePoseAndMakesItTheOpenFile) {
     EXPECT_EQ(mnuSaveAs_Click(w.session), SaveResult::Saved);
 
     ASSERT_EQ(w.ui.fileRequests().size(), 1u);
-    const FileDialogRequest &r = w.ui.fileRequests()[0];
-    EXPECT_TRUE(r.ForSave);
-    EXPECT_EQ(r.Title, "Save Pose file as...");
-    EXPECT_EQ(r.Filter,
-              "Pose files|*.pz2|Camera files|*.cm2|Hand files|*.hd2|Face files|*.fc2|Light files|*.lt2|All files|*.*");
-    EXPECT_EQ(r.DefaultExt, "pz2");
-    EXPECT_EQ(r.FileName, "");
-    EXPECT_EQ(r.Flags, 2054);
-    EXPECT_EQ(r.InitialDir, home.path());
+    EXPECT_EQ(Fields(w.ui.fileRequests()[0]),
+              std::tuple("Save Pose file as...",
+                         "Pose files|*.pz2|Camera files|*.cm2|Hand files|*.hd2|Face files|*.fc2|Light files|*.lt2|"
+                         "All files|*.*",
+                         "pz2", home.path(), "", 2054, true));
 
     EXPECT_NE(home.read("poses/Body.pz2").find("\tmaterial Body\r\n"), std::string::npos);
     EXPECT_EQ(w.session.FileName, target);
@@ -111,12 +107,9 @@ TEST(ExportMTL, WritesTheChosenFileAndPointsBackAtThePose) {
     s.SaveDialogInitialDir = home.path();
     w.ui.nextFile(home.file("Open.mtl"));
     EXPECT_EQ(mnuExportMTL_Click(s), SaveResult::Saved);
-    const FileDialogRequest &r = w.ui.fileRequests().at(0);
-    EXPECT_EQ(r.Title, "Save material file as...");
-    EXPECT_EQ(r.Filter, "Material files|*.mtl|All files|*.*");
-    EXPECT_EQ(r.DefaultExt, "mtl");
-    EXPECT_EQ(r.Flags, 2054);
-    EXPECT_EQ(r.InitialDir, home.path());
+    EXPECT_EQ(Fields(w.ui.fileRequests().at(0)),
+              std::tuple("Save material file as...", "Material files|*.mtl|All files|*.*", "mtl", home.path(), "", 2054,
+                         true));
     EXPECT_EQ(home.read("Open.mtl"), "newmtl \r\n"); // the empty model's one element
     EXPECT_EQ(s.OutputPath, s.FileName);
 

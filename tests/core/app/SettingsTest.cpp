@@ -85,14 +85,6 @@ TEST(LoadSettings, FirstStartCreatesTheFileWithAllDefaults) {
                          "P5VersionNumber=4.01\r\nSaveAsType=P4\r\nFileSystem=DOS\r\nReportTime=True\r\n"
                          "DisableProperties=True\r\n");
     EXPECT_EQ(s.PoserFolder, "none");
-    EXPECT_EQ(s.CR2Folder, "none");
-    EXPECT_EQ(s.MapFolder, "none");
-    EXPECT_TRUE(s.CdlgThumb && s.MapThumb && s.MainThumb && s.AutoCorrect && s.ReportTime && s.DisableProperties);
-    EXPECT_FALSE(s.SetNoMap);
-    EXPECT_TRUE(s.SaveAsP4);
-    EXPECT_TRUE(s.FileSystemDOS);
-    EXPECT_EQ(s.PVersionNumber, "4.01");
-    EXPECT_EQ(s.DefaultTemplate, "");
 
     // A second start finds everything in place and changes nothing.
     const std::string before = Ini(home);
