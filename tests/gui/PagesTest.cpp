@@ -133,8 +133,7 @@ void PagesTest::posePageListsActorsAndDials() {
     page.refresh();
     auto *lstActors = page.findChild<QTreeWidget *>("lstActors");
     auto *lstDials = page.findChild<QTreeWidget *>("lstDials");
-    QCOMPARE(lstActors->topLevelItemCount(), 0);
-    QVERIFY(!lstActors->isEnabled());
+    QVERIFY(lstActors->topLevelItemCount() == 0 && !lstActors->isEnabled());
 
     LoadActorSection(session, ReadTestData("channels/two-actors.pz2"));
     page.refresh();
@@ -242,14 +241,12 @@ void PagesTest::figureWindowListsByNameOrGeometry() {
     auto *cmbFigure = window.findChild<QComboBox *>("cmbFigure");
     auto *optName = window.findChild<QRadioButton *>("optName");
     auto *optGeom = window.findChild<QRadioButton *>("optGeom");
-    QVERIFY(cmbFigure && optName && optGeom);
     QVERIFY(optName->isChecked());
-    QCOMPARE(cmbFigure->itemText(1), QString("Figure 2"));
+    QCOMPARE(Rows(cmbFigure), QStringList({"Figure 1", "Figure 2"}));
     QCOMPARE(cmbFigure->currentIndex(), 0);
-
     cmbFigure->setCurrentIndex(1);
     optGeom->setChecked(true);
-    QCOMPARE(cmbFigure->itemText(0), QString("Man.obj"));
+    QCOMPARE(Rows(cmbFigure), QStringList({"Man.obj", "Woman.obj"}));
     QCOMPARE(cmbFigure->currentIndex(), 1);
 
     WhenModal<FigureWindow>(
@@ -264,20 +261,18 @@ void PagesTest::figureWindowListsByNameOrGeometry() {
 }
 
 void PagesTest::figureWindowOpensTheChosenFigureOfATwoFigureFile() {
-    TestHome home;
     Settings settings;
     settings.AutoCorrect = false;
     QtScript ui;
     Session session(settings, ui);
-    session.DialogFileName = home.write("two-figures.cr2", ReadTestData("figures/two-figures.cr2"));
+    session.DialogFileName = std::string(GELVANE_TEST_DATA) + "/figures/two-figures.cr2";
     session.PoserFileKind = KindCR2;
     session.MultiFigure = true;
     ui.nextAnswer(MsgResult::No); // no channels
 
     QStringList listed;
     WhenModal<FigureWindow>([&](FigureWindow *window) {
-        for (int i = 0; i < window->cmbFigure()->count(); ++i)
-            listed << window->cmbFigure()->itemText(i);
+        listed = Rows(window->cmbFigure());
         window->cmbFigure()->setCurrentIndex(1);
         QTest::mouseClick(window->findChild<QPushButton *>("cmdOK"), Qt::LeftButton);
     });

@@ -69,9 +69,9 @@ public:
     int ChooseMap(const std::string &wanted, const std::vector<MapCandidate> &candidates) override;
     void ProgressShow(const std::string &title, const std::string &status, int barMax) override;
     void ProgressStatus(const std::string &status) override;
-    void ProgressDetail(const std::string &detail) override;
-    void ProgressMax(int barMax) override;
-    void ProgressValue(int value) override;
+    void ProgressDetail(const std::string &) override {}
+    void ProgressMax(int) override {}
+    void ProgressValue(int) override {}
     void ProgressClose() override;
     bool ProgressVisible() const override { return m_visible; }
     void DoEvents() override;
