@@ -46,6 +46,14 @@ protected:
     TestHome home;
 };
 
+// The texts joined with `separator` between them.
+inline std::string Join(const Strings &texts, const std::string &separator) {
+    std::string joined;
+    for (const std::string &text : texts)
+        joined += (joined.empty() ? "" : separator) + text;
+    return joined;
+}
+
 // What a file dialog was asked for, to compare with a tuple.
 inline auto Fields(const FileDialogRequest &r) {
     return std::tie(r.Title, r.Filter, r.DefaultExt, r.InitialDir, r.FileName, r.Flags, r.ForSave);

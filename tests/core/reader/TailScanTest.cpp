@@ -1,5 +1,6 @@
 #include "core/reader/TailScan.h"
 
+#include "core/model/CommandText.h"
 #include "core/model/Text.h"
 #include "core/reader/OpenFile.h"
 #include "support/SessionFixture.h"
@@ -48,43 +49,25 @@ TEST(ReadHeadToBrace, GrowsInStepsUntilTheFirstBrace) {
 }
 
 TEST_F(TailScanTest, CorpusFilesOpenWithTheirMaterials) {
-    struct Case {
-        int kind;
-        const char *file;
-        const char *owner;
-        Strings materials;
-        Rgb firstKd;
-        int16_t firstNs;
-    };
-    const std::vector<Case> cases = {
-        {KindCR2,
-         "sl_avatar/SL_Male.cr2",
-         "figure",
-         {"Material_lowerbody", "Material_Upperbody", "Material_Head"},
-         {103, 255, 130},
-         41},
-        {KindPP2, "sl_avatar/SL_skirt.pp2", "prop SL_skirt", {"Preview", "Material_skirt"}, {164, 132, 70}, 41},
-        {KindPP2,
-         "reality/Mesh Light.pp2",
+    // {file, owner, its material names, the first material's colour and exponent}
+    const std::tuple<const char *, const char *, const char *, Rgb, int> cases[] = {
+        {"sl_avatar/SL_Male.cr2", "figure", "Material_lowerbody Material_Upperbody Material_Head", {103, 255, 130}, 41},
+        {"sl_avatar/SL_skirt.pp2", "prop SL_skirt", "Preview Material_skirt", {164, 132, 70}, 41},
+        {"reality/Mesh Light.pp2",
          "prop MeshLight",
-         {"Gobo", "ReL_Snoot", "ReL_Back", "RealityLight", "ReL_Handle", "Preview"},
+         "Gobo ReL_Snoot ReL_Back RealityLight ReL_Handle Preview",
          {250, 248, 254},
          100},
-        {KindPP2,
-         "reality/Reality IBL Sphere.pp2",
-         "prop RealityIBLSphere",
-         {"RealityIBLSphere", "Preview"},
-         {255, 255, 255},
-         101},
-        {KindPP2, "reality/Simple Plane.pp2", "prop SimplePlane", {"RealityPlane", "Preview"}, {204, 204, 204}, 91}};
-    for (const Case &c : cases) {
-        Open(c.kind, CorpusPath(c.file));
-        ASSERT_FALSE(session.OpenFailed) << c.file;
-        EXPECT_EQ(session.cmbFigures, Strings{c.owner}) << c.file;
-        EXPECT_EQ(NamesOf(session.Figures), Strings{c.owner});
-        EXPECT_EQ(MaterialNames(0), c.materials) << c.file;
+        {"reality/Reality IBL Sphere.pp2", "prop RealityIBLSphere", "RealityIBLSphere Preview", {255, 255, 255}, 101},
+        {"reality/Simple Plane.pp2", "prop SimplePlane", "RealityPlane Preview", {204, 204, 204}, 91}};
+    for (const auto &[file, owner, materials, kd, ns] : cases) {
+        Open(FileKindOfCommand(file), CorpusPath(file));
+        ASSERT_FALSE(session.OpenFailed) << file;
+        EXPECT_EQ(session.cmbFigures, Strings{owner}) << file;
+        EXPECT_EQ(NamesOf(session.Figures), Strings{owner});
+        EXPECT_EQ(Join(MaterialNames(0), " "), materials) << file;
         const Material &first = session.Figures[0].Materials[0];
-        EXPECT_EQ(std::tie(first.KdColor, first.NsExponent), std::tie(c.firstKd, c.firstNs)) << c.file;
+        EXPECT_EQ(std::tuple(first.KdColor, first.NsExponent), std::tuple(kd, ns)) << file;
         // Figure-like files have no channels until asked for; they save only as a new pose.
         EXPECT_TRUE(session.Options.chkChannels && session.View.mnuSaveAsEnabled);
         EXPECT_FALSE(session.Options.chkChannelsEnabled || session.View.mnuSaveEnabled);
