@@ -28,6 +28,7 @@ TEST_F(OpenCommands, FigureLikeKindsAskForChannels) {
     Dropped("long-hair.hr2");
     ui.nextAnswer(MsgResult::Yes);
     OpenCommand(session, KindHR2);
+    EXPECT_EQ(session.cmbFigures, Strings{"prop Hair_7"}); // the owner is named by its prop line
     EXPECT_EQ(MaterialNames(), (Strings{"Hair"}));
     EXPECT_TRUE(session.IsHairFile);
     ASSERT_EQ(session.Actors.size(), 1u);
@@ -139,17 +140,6 @@ TEST_F(OpenCommands, DroppedFileOfNoKindChangesNothing) {
     EXPECT_EQ(session.DialogFileName, "/old/earlier.pz2");
     EXPECT_FALSE(session.CommandLineOpen);
     EXPECT_TRUE(ui.fileRequests().empty() && ui.messages().empty());
-}
-
-TEST_F(OpenCommands, CorpusCharacterOpensWithItsChannels) {
-    session.CommandText = CorpusPath("sl_avatar/SL_Male.cr2");
-    ui.nextAnswer(MsgResult::Yes);
-    OpenCharacterFromOutside(session, Chooser(0));
-    EXPECT_EQ(chooserCalls, 0); // one figure: straight through
-    EXPECT_EQ(session.Figures[0].Name, "figure");
-    EXPECT_FALSE(IsEmptyList(session.Figures[0].Materials));
-    EXPECT_EQ(session.Actors.size(), 20u);
-    EXPECT_TRUE(session.FileModified);
 }
 
 } // namespace

@@ -76,15 +76,6 @@ TEST_F(TailScanTest, CorpusFilesOpenWithTheirMaterials) {
     EXPECT_TRUE(session.Figures[0].Materials[0].textureMapEnabled);
 }
 
-TEST_F(TailScanTest, HairFileIsNamedByItsPropLine) {
-    Open(KindHR2, home.write("h.hr2", ReadTestData("reader/hair.hr2")));
-    ASSERT_FALSE(session.OpenFailed);
-    EXPECT_EQ(session.cmbFigures, Strings{"prop hair1"});
-    EXPECT_EQ(MaterialNames(0), Strings{"Hair"});
-    EXPECT_EQ(session.Figures[0].Materials[0].textureMap, ":Runtime:textures:hair.jpg");
-    EXPECT_TRUE(session.IsHairFile);
-}
-
 TEST_F(TailScanTest, CharacterWithPropsGetsOneOwnerEachWhateverTheLineEnds) {
     for (const char *end : {"\n", "\r\n", "\r"}) {
         const std::string file = home.write("c.cr2", Replace(ReadTestData("reader/figure-with-props.cr2"), "\n", end));
