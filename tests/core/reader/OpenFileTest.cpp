@@ -28,6 +28,10 @@ protected:
 };
 
 TEST_F(OpenFileTest, FigureBlockAndPropBecomeOwnersWhateverTheLineEnds) {
+    settings.DefaultTemplate = "skin only";
+    session.View.Combo1 = {"All", "Skin Only"};
+    int loaded = -1;
+    session.LoadTemplateGroups = [&](int row) { loaded = row; };
     const std::string lf = ReadTestData("reader/pose-figure-prop.pz2");
     OpenText(KindPZ2, "Pose.pz2", lf);
     ASSERT_EQ(FailureText(), "");
@@ -47,6 +51,8 @@ TEST_F(OpenFileTest, FigureBlockAndPropBecomeOwnersWhateverTheLineEnds) {
     EXPECT_FALSE(session.Options.chkNoMaterialData);
     EXPECT_EQ(session.DialogFileName, session.FileName);
     EXPECT_FALSE(ui.ProgressVisible());
+    // The row of the default template is chosen and loaded.
+    EXPECT_EQ(std::tuple(session.View.Combo1Index, loaded), std::tuple(1, 1));
 
     const std::vector<Figure> figures = session.Figures;
     const std::vector<Actor> actors = session.Actors;
@@ -85,9 +91,7 @@ TEST_F(OpenFileTest, DialogIsPreparedByKindAndRemembersTheFolder) {
                          "All files|*.*",
                          "cm2", "", "", 6148, false));
     EXPECT_EQ(ui.fileRequests()[1].InitialDir, "/poses");
-    EXPECT_TRUE(session.OpenCancelled);
-    EXPECT_FALSE(session.MultiFigure);
-    EXPECT_TRUE(ui.messages().empty());
+    EXPECT_TRUE(session.OpenCancelled && !session.MultiFigure && ui.messages().empty());
 
     const std::string path = home.write("sub/p.pz2", ReadTestData("reader/pose-figure-prop.pz2"));
     Open(KindPZ2, path);
@@ -144,12 +148,9 @@ TEST_F(OpenFileTest, PoseWithoutMaterialsIsNoFailure) {
     Open(KindPZ2, home.write("c.pz2", ReadTestData("reader/channels-only.pz2")));
     EXPECT_EQ(FailureText(), "");
     EXPECT_FALSE(session.OpenFailed);
-    ASSERT_EQ(session.Figures.size(), 1u);
-    EXPECT_EQ(session.Figures[0].Name, "");
-    EXPECT_TRUE(session.cmbFigures.empty());
-    EXPECT_TRUE(session.Options.chkNoMaterialData);
-    EXPECT_FALSE(session.Options.chkNoMaterialDataEnabled);
-    EXPECT_FALSE(session.View.mnuExportMTLEnabled);
+    EXPECT_EQ(session.Figures, std::vector<Figure>(1));
+    EXPECT_TRUE(session.cmbFigures.empty() && session.Options.chkNoMaterialData);
+    EXPECT_FALSE(session.Options.chkNoMaterialDataEnabled || session.View.mnuExportMTLEnabled);
 }
 
 TEST_F(OpenFileTest, FailuresAreReportedWithTheirStep) {
@@ -222,24 +223,13 @@ TEST_F(OpenFileTest, ImportKeepsTheLoadedFilesStateAndSkipsChannels) {
     EXPECT_EQ(ui.messages().back().Text, "There is no material data in the opened file");
 }
 
-TEST_F(OpenFileTest, TemplateRowOfTheDefaultIsSelected) {
-    settings.DefaultTemplate = "skin only";
-    session.View.Combo1 = {"All", "Skin Only"};
-    int loaded = -1;
-    session.LoadTemplateGroups = [&](int row) { loaded = row; };
-    Open(KindPZ2, home.write("p.pz2", ReadTestData("reader/pose-figure-prop.pz2")));
-    EXPECT_EQ(session.View.Combo1Index, 1);
-    EXPECT_EQ(loaded, 1);
-}
-
 TEST_F(OpenFileTest, CommandLineTextNamesTheFile) {
     const std::string path = home.write("Cmd File.pz2", ReadTestData("reader/pose-figure-prop.pz2"));
     session.CommandLineOpen = true;
     session.CommandText = "  \"" + path + "\" ";
     session.PoserFileKind = KindPZ2;
     OpenFile(session);
-    EXPECT_TRUE(ui.fileRequests().empty());
-    EXPECT_FALSE(session.CommandLineOpen);
+    EXPECT_TRUE(ui.fileRequests().empty() && !session.CommandLineOpen);
     EXPECT_EQ(session.FileName, path);
     EXPECT_EQ(session.Figures.size(), 2u);
 
