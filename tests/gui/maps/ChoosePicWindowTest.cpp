@@ -32,14 +32,10 @@ private:
 private slots:
     void initTestCase() {
         QVERIFY(m_dir.isValid());
-        QImage wide(40, 20, QImage::Format_RGB32);
-        wide.fill(Qt::red);
-        QVERIFY(QDir(m_dir.path()).mkpath("One"));
-        QVERIFY(wide.save(m_dir.filePath("One/skin.png")));
-        QVERIFY(QDir(m_dir.path()).mkpath("Two"));
+        WritePng(m_dir.filePath("One/skin.png").toStdString(), 40, 20, Qt::red);
+        QDir(m_dir.path()).mkpath("Two");
         QFile broken(m_dir.filePath("Two/skin.png"));
-        QVERIFY(broken.open(QIODevice::WriteOnly));
-        broken.write("not a picture");
+        QVERIFY(broken.open(QIODevice::WriteOnly) && broken.write("not a picture") > 0);
         broken.close();
         m_candidates = {{m_dir.filePath("One/skin.png").toStdString()}, {m_dir.filePath("Two/SKIN.PNG").toStdString()}};
     }
