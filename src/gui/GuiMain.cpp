@@ -2,9 +2,12 @@
 
 #include "core/app/SettingsFile.h"
 #include "core/maps/Thumbnails.h"
+#include "core/materials/Templates.h"
 #include "core/model/Session.h"
 #include "gui/MainWindow.h"
 #include "gui/QtInteraction.h"
+#include "gui/app/SettingsWindow.h"
+#include "gui/materials/TemplatesWindow.h"
 
 #include <QApplication>
 
@@ -20,10 +23,19 @@ int RunGui(int argc, char **argv, const std::string &commandText) {
     QtInteraction ui(thumbnails);
     Session session(settings, ui);
     ConnectThumbnails(session, thumbnails);
+    ConnectTemplates(session);
 
     MainWindow window(session, settings, thumbnails);
     ui.setOwner(&window);
     ui.setBeforeMessage([&window] { window.refreshFromSession(); });
+    window.setWindowOpener("mnuSelSets", [&session](QWidget *owner) {
+        TemplatesWindow templates(session, owner);
+        templates.exec();
+    });
+    window.setWindowOpener("mnuPreferences", [&settings, &session](QWidget *owner) {
+        SettingsWindow preferences(settings, session, owner);
+        preferences.exec();
+    });
     window.show();
     settings = LoadSettings(ui);
     window.StartUp(commandText);

@@ -13,6 +13,7 @@
 #include "gui/channels/PosePage.h"
 #include "gui/materials/MaterialPage.h"
 #include "gui/reader/FigureWindow.h"
+#include "gui/reports/FileInfoWindow.h"
 
 #include <QCloseEvent>
 #include <QDragEnterEvent>
@@ -30,6 +31,7 @@ MainWindow::MainWindow(Session &session, Settings &settings, ThumbnailCache &thu
     setAcceptDrops(true);
     buildMenus();
     buildPages();
+    setWindowOpener("mnuFileInfo", [this](QWidget *owner) { ShowFileInfoWindow(m_session, m_thumbnails, owner); });
     resize(760, 640);
     refreshFromSession();
 }

@@ -30,6 +30,8 @@ bool chkNoMaterialData_Click(Session &session, bool checked) {
         options.chkNoMaterialData = false;
         view.MaterialControlsEnabled = true;
         view.cmbFiguresEnabled = true;
+        if (session.RefreshTemplateList)
+            session.RefreshTemplateList();
     }
     return true;
 }

@@ -31,15 +31,14 @@ bool WriteIni(const std::string &section, const std::string &key, const std::str
     return WriteProfileString(section, keyArg, valueArg, fileName);
 }
 
+bool IsExistingFolder(const std::string &value) {
+    return !value.empty() && value != "none" && FolderExists(value);
+}
+
 namespace {
 
 constexpr const char *kFolders = "Folders";
 constexpr const char *kGeneral = "General";
-
-// A stored "none" is never a folder, whatever the current directory holds.
-bool IsExistingFolder(const std::string &value) {
-    return !value.empty() && value != "none" && FolderExists(value);
-}
 
 // A step that fails leaves its setting as it was; loading goes on.
 template <typename Step> void IgnoringFailures(Step &&step) {
@@ -66,7 +65,27 @@ std::string ShortVersion(const std::string &version) {
     return std::string(Left(version, static_cast<long long>(second) - 1));
 }
 
+constexpr std::array<std::pair<const char *, const char *>, 10> kDerived{{
+    {"CR2", "\\Runtime\\Libraries\\Character"},
+    {"PZ2", "\\Runtime\\Libraries\\Pose"},
+    {"PP2", "\\Runtime\\Libraries\\Props"},
+    {"HR2", "\\Runtime\\Libraries\\Hair"},
+    {"CM2", "\\Runtime\\Libraries\\Camera"},
+    {"FC2", "\\Runtime\\Libraries\\Face"},
+    {"HD2", "\\Runtime\\Libraries\\Hand"},
+    {"LT2", "\\Runtime\\Libraries\\Light"},
+    {"Map", "\\Runtime\\Textures"},
+    {"Save", "\\Runtime\\Libraries\\Pose"},
+}};
+
 } // namespace
+
+const char *DerivedFolder(std::string_view key) {
+    for (const auto &[name, derived] : kDerived)
+        if (key == name)
+            return derived;
+    return "";
+}
 
 Settings LoadSettings(Interaction &ui) {
     return LoadSettings(ui, std::nullopt);
@@ -107,18 +126,6 @@ Settings LoadSettings(Interaction &ui, const std::optional<std::string> &registe
     });
     const std::string workingPoser = IsExistingFolder(poser) ? poser : std::string();
 
-    static constexpr std::array<std::pair<const char *, const char *>, 10> kDerived{{
-        {"CR2", "\\Runtime\\Libraries\\Character"},
-        {"PZ2", "\\Runtime\\Libraries\\Pose"},
-        {"PP2", "\\Runtime\\Libraries\\Props"},
-        {"HR2", "\\Runtime\\Libraries\\Hair"},
-        {"CM2", "\\Runtime\\Libraries\\Camera"},
-        {"FC2", "\\Runtime\\Libraries\\Face"},
-        {"HD2", "\\Runtime\\Libraries\\Hand"},
-        {"LT2", "\\Runtime\\Libraries\\Light"},
-        {"Map", "\\Runtime\\Textures"},
-        {"Save", "\\Runtime\\Libraries\\Pose"},
-    }};
     for (const auto &[key, derived] : kDerived) {
         IgnoringFailures([&] {
             const std::string value = read(kFolders, key);
@@ -211,15 +218,6 @@ Settings LoadSettings(Interaction &ui, const std::optional<std::string> &registe
             s.DefaultTemplate = value;
     });
     return s;
-}
-
-void CreateStateFolders() {
-    const std::string state = StateFolder();
-    for (const char *name : {"Templates", "Cache"}) {
-        const std::string folder = JoinPath(state, name);
-        if (!FolderExists(folder))
-            CreateFolder(folder);
-    }
 }
 
 void SaveSettings(const Settings &s) {

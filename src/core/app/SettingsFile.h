@@ -4,10 +4,19 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace gelvane {
 
 class Interaction;
+
+// The default of a folder entry ("CR2" ... "Save", "Map") under Poser's folder,
+// "\Runtime\..." form; empty for other keys.
+const char *DerivedFolder(std::string_view key);
+
+// A folder setting that names an existing folder: a stored "none" never does, whatever
+// the current directory holds.
+bool IsExistingFolder(const std::string &value);
 
 // The state folder's Settings.ini path.
 std::string SettingsFilePath();
@@ -28,9 +37,6 @@ Settings LoadSettings(Interaction &ui);
 // The same, with the folder that the system names as Poser's. No registry names it
 // on this system, so the plain form passes nothing; tests pass a folder.
 Settings LoadSettings(Interaction &ui, const std::optional<std::string> &registeredPoserFolder);
-// Creates the state folder's "Templates" and "Cache" when missing, one level deep,
-// as every filling of the template list does first.
-void CreateStateFolders();
 
 // Writes every setting back, in the fixed order of the file.
 void SaveSettings(const Settings &settings);

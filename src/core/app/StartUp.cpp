@@ -19,6 +19,8 @@ void PrepareSession(Session &session) {
 
 void StartUp(Session &session, const std::string &commandText, const FigureChooser &choose) {
     PrepareSession(session);
+    if (session.RefreshTemplateList)
+        session.RefreshTemplateList();
     if (commandText.empty())
         return;
     session.CommandLineOpen = true;

@@ -13,7 +13,7 @@ class Session;
 // options and the Run Poser entry taken from the settings.
 void PrepareSession(Session &session);
 
-// PrepareSession, then the command text: a path of a known kind opens through the Open
+// PrepareSession and the template list, then the command text: a path of a known kind opens through the Open
 // command of its kind without a dialog (a character through figure selection, which
 // `choose` shows). An unknown kind opens nothing and leaves CommandLineOpen set.
 void StartUp(Session &session, const std::string &commandText, const FigureChooser &choose);

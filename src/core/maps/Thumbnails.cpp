@@ -266,6 +266,18 @@ std::string ThumbDimensions(int widthPixels, int heightPixels) {
     return std::to_string(w) + " X " + std::to_string(h);
 }
 
+std::string EncodeJpeg(const Thumbnail &picture, int quality) {
+    EnsureMagick();
+    Magick::Image image(static_cast<size_t>(picture.Width), static_cast<size_t>(picture.Height), "RGB",
+                        Magick::CharPixel, picture.Rgb.data());
+    image.magick("JPEG");
+    image.quality(static_cast<size_t>(quality));
+    image.strip(); // no profiles or comments: the same picture gives the same file
+    Magick::Blob blob;
+    image.write(&blob);
+    return std::string(static_cast<const char *>(blob.data()), blob.length());
+}
+
 Thumbnail FixedThumbnail(std::string_view key) {
     Thumbnail t = BlackSurface();
     if (key == "NA")

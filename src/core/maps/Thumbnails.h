@@ -68,6 +68,9 @@ Thumbnail PaintThumbnail(const DecodedPicture &picture);
 // was once measured in.
 std::string ThumbDimensions(int widthPixels, int heightPixels);
 
+// The picture as a baseline JPEG file of the given quality (1..100).
+std::string EncodeJpeg(const Thumbnail &picture, int quality);
+
 // The fixed images: "Black", "NoImage", "PicPrev", "NA", "Loading".
 Thumbnail FixedThumbnail(std::string_view key);
 

@@ -38,6 +38,9 @@ struct ViewState {
     std::array<std::string, 4> imgThumb{}; // the picture each thumbnail shows (a FullMapPath), empty for none
     std::vector<std::string> Combo1;       // the selection templates
     int Combo1Index = -1;
+    std::vector<std::string> Combo2; // the groups of the loaded template
+    int Combo2Index = -1;
+    bool TemplateLoaded = false; // enables Combo2, cmdEditTemplate and cmdDelTemplate
     void ClearMaterialControls();
     void EnableMaterialControls();
     void DisableMaterialControls();
@@ -70,27 +73,28 @@ struct PoseView {
 
 struct FigureStat {
     std::string Name;
-    int16_t Materials = 0;
+    int32_t Materials = 0;
 };
 
 struct ActorStat {
     std::string Name;
-    int16_t Channels = 0;
-    int16_t PoseChannels = 0;
-    int16_t MorphChannels = 0;
-    int16_t NullChannels = 0;
-    int16_t Materials = 0;
+    int32_t Channels = 0;
+    int32_t PoseChannels = 0;
+    int32_t MorphChannels = 0;
+    int32_t NullChannels = 0;
+    int32_t Materials = 0;
 };
 
-// The counts of the open file, rebuilt after every load.
+// The counts of the open file, rebuilt after every load. 32-bit: a large figure
+// holds more than 32,767 channels.
 struct FileStatisticsRecord {
     std::string FilePath;
     std::vector<FigureStat> FigureStats{1};
     std::vector<ActorStat> ActorStats;
-    int16_t TextureMaps = 0;
-    int16_t BumpMaps = 0;
-    int16_t ReflectionMaps = 0;
-    int16_t TransparencyMaps = 0;
+    int32_t TextureMaps = 0;
+    int32_t BumpMaps = 0;
+    int32_t ReflectionMaps = 0;
+    int32_t TransparencyMaps = 0;
 };
 
 // State that an area above the model keeps for one session (the material page's, for
@@ -158,6 +162,7 @@ public:
     // Hooks of the thumbnail image list and the template list; either may be empty.
     std::function<void()> ResetThumbnails;           // back to the fixed images, map list emptied
     std::function<void(int row)> LoadTemplateGroups; // a row of Combo1 was selected
+    std::function<void()> RefreshTemplateList;       // Combo1 refilled: a fresh open, start-up, materials on again
 
     void ClearMaterials() { ResetList(Figures); }
     void ClearActors() { Actors.assign(1, Actor{}); }

@@ -92,12 +92,19 @@ void OpenDocument(const std::string &target, const ProcessStarter &start) {
     start({"xdg-open", target}, nullptr);
 }
 
+// Beside the executable, or where an installed package keeps its documents.
+std::string DocumentPath(const std::string &name) {
+    const std::string beside = JoinPath(ExecutableFolder(), name);
+    const std::string installed = JoinPath(ExecutableFolder(), "../share/doc/gelvane/" + name);
+    return !FileExists(beside) && FileExists(installed) ? installed : beside;
+}
+
 void OpenLicense(const ProcessStarter &start) {
-    OpenDocument(JoinPath(ExecutableFolder(), "GVLLicense.txt"), start);
+    OpenDocument(DocumentPath("GVLLicense.txt"), start);
 }
 
 void OpenVersionHistory(const ProcessStarter &start) {
-    OpenDocument(JoinPath(ExecutableFolder(), "VHistory.htm"), start);
+    OpenDocument(DocumentPath("VHistory.htm"), start);
 }
 
 void OpenWebSite(const ProcessStarter &start) {

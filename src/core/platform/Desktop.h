@@ -23,7 +23,11 @@ std::string FindOnPath(const std::string &name);
 // result isn't examined: a missing file gives no message.
 void OpenDocument(const std::string &target, const ProcessStarter &start = StartDetached);
 
-// The Help menu's documents, beside the executable, and the home page.
+// The path of one of the program's documents: beside the executable, else in the
+// installed package's documents folder (../share/doc/gelvane).
+std::string DocumentPath(const std::string &name);
+
+// The Help menu's documents and the home page.
 void OpenLicense(const ProcessStarter &start = StartDetached);
 void OpenVersionHistory(const ProcessStarter &start = StartDetached);
 void OpenWebSite(const ProcessStarter &start = StartDetached);

@@ -22,6 +22,8 @@ std::string DescribeError(int number) {
         return "Path/File access error";
     case ErrPathNotFound:
         return "Path not found";
+    case ErrInvalidPicture:
+        return "Invalid picture";
     case ErrOutOfMemory:
         return "Out of memory";
     case ErrInternal:

@@ -16,6 +16,7 @@ enum ErrorNumber : int {
     ErrPermissionDenied = 70, // "Permission denied"
     ErrPathFileAccess = 75,   // "Path/File access error"
     ErrPathNotFound = 76,     // "Path not found"
+    ErrInvalidPicture = 481,  // "Invalid picture"
     // Failures of the file readers.
     ErrOutOfMemory = 7,      // "Out of memory"
     ErrInternal = 51,        // "Internal error"

@@ -164,6 +164,9 @@ void OpenRun::Run() {
         s.View.ClearMaterialControls();
         if (s.ResetThumbnails)
             s.ResetThumbnails();
+        // The template choice goes with the old file; the end of the open picks the default.
+        if (s.RefreshTemplateList)
+            s.RefreshTemplateList();
         // A fresh open starts from no owners; prop and hair files name element 0 before
         // the owners are counted.
         s.ClearMaterials();

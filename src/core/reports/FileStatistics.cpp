@@ -8,11 +8,11 @@
 namespace gelvane {
 namespace {
 
-int16_t Count(size_t n) {
-    return ToInt16(static_cast<double>(n));
+int32_t Count(size_t n) {
+    return ToInt32(static_cast<double>(n));
 }
 
-int16_t MaterialCount(const Figure &figure) {
+int32_t MaterialCount(const Figure &figure) {
     return Count(figure.Materials.size());
 }
 
@@ -28,7 +28,7 @@ void ComputeFileStatistics(Session &session) {
     std::unordered_set<std::string> seen{std::string()};
     for (const Figure &figure : session.Figures) {
         for (const Material &m : figure.Materials) {
-            const std::pair<const std::string *, int16_t *> maps[] = {
+            const std::pair<const std::string *, int32_t *> maps[] = {
                 {&m.bumpMap, &stats.BumpMaps},
                 {&m.reflectionMap, &stats.ReflectionMaps},
                 {&m.textureMap, &stats.TextureMaps},
@@ -38,7 +38,7 @@ void ComputeFileStatistics(Session &session) {
                 if (seen.count(*map) || LCase(*map) == "no_map")
                     continue;
                 seen.insert(*map);
-                *counter = ToInt16(*counter + 1.0);
+                ++*counter;
             }
         }
     }
@@ -52,11 +52,11 @@ void ComputeFileStatistics(Session &session) {
         for (const Channel &c : actor.Channels) {
             if (c.Type == "targetGeom" || c.Type == "geomChan" || c.Type == "handSpread" || c.Type == "thumbGrasp" ||
                 c.Type == "handGrasp")
-                stat.MorphChannels = ToInt16(stat.MorphChannels + 1.0);
+                ++stat.MorphChannels;
             else if (c.Type == "valueParm")
-                stat.NullChannels = ToInt16(stat.NullChannels + 1.0);
+                ++stat.NullChannels;
             else
-                stat.PoseChannels = ToInt16(stat.PoseChannels + 1.0);
+                ++stat.PoseChannels;
         }
         for (auto it = session.Figures.rbegin(); it != session.Figures.rend(); ++it) {
             if (it->Name == actor.Name) {

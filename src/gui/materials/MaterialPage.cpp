@@ -1,9 +1,11 @@
 #include "gui/materials/MaterialPage.h"
 
 #include "core/materials/MaterialPageState.h"
+#include "core/materials/Templates.h"
 #include "core/model/Session.h"
 #include "gui/ThumbnailImage.h"
 #include "gui/WidgetText.h"
+#include "gui/materials/TemplatesWindow.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -205,6 +207,21 @@ QWidget *MaterialPage::BuildListColumn() {
         m_session.View.Combo1Index = row;
         if (m_session.LoadTemplateGroups)
             m_session.LoadTemplateGroups(row);
+        refresh();
+        emit sessionChanged();
+    });
+    connect(m_Combo2, &QComboBox::activated, this, &MaterialPage::Combo2_Click);
+    connect(m_cmdEditTemplate, &QPushButton::clicked, this, [this] {
+        cmdEditTemplate_Click(m_session, [this] {
+            TemplatesWindow editor(m_session, this);
+            editor.exec();
+        });
+        refresh();
+        emit sessionChanged();
+    });
+    connect(m_cmdDelTemplate, &QPushButton::clicked, this, [this] {
+        cmdDelTemplate_Click(m_session);
+        refresh();
         emit sessionChanged();
     });
     connect(m_lstMaterials, &QListWidget::itemSelectionChanged, this, &MaterialPage::lstMaterials_Click);
@@ -346,10 +363,8 @@ void MaterialPage::SetMaterialControlsEnabled(bool enabled) {
         w->setEnabled(enabled);
     for (auto *w : {m_chkApplyTextures, m_chkMultiplyThroughLights, m_chkMultiplyThroughKdColor})
         w->setEnabled(false);
-    for (auto *w :
-         {m_cmdInvertSel, m_cmdDeleteMaterials, m_cmdNewMat, m_cmdCreateMat, m_cmdEditTemplate, m_cmdDelTemplate})
+    for (auto *w : {m_cmdInvertSel, m_cmdDeleteMaterials, m_cmdNewMat, m_cmdCreateMat})
         w->setEnabled(false);
-    m_Combo2->setEnabled(false);
     m_lstMaterials->setEnabled(enabled);
     m_lblMaterials->setEnabled(enabled);
     m_lblSelGroup->setEnabled(enabled);
@@ -402,6 +417,20 @@ void MaterialPage::refresh() {
         const QSignalBlocker blocker(m_chkTexture);
         m_chkTexture->setChecked(view.chkTexture);
     }
+    {
+        const QSignalBlocker blocker(m_Combo2);
+        QStringList groups;
+        for (const std::string &name : view.Combo2)
+            groups << Latin1(name);
+        if (groups != Rows(m_Combo2)) {
+            m_Combo2->clear();
+            m_Combo2->addItems(groups);
+        }
+        m_Combo2->setCurrentIndex(view.Combo2Index < groups.size() ? view.Combo2Index : -1);
+    }
+    for (QWidget *w : {static_cast<QWidget *>(m_Combo2), static_cast<QWidget *>(m_cmdEditTemplate),
+                       static_cast<QWidget *>(m_cmdDelTemplate)})
+        w->setEnabled(view.TemplateLoaded);
     lstMaterials_Click();
 }
 
@@ -415,6 +444,25 @@ void MaterialPage::cmbFigures_Click(int row) {
     refresh();
     emit objectChosen(row);
     emit sessionChanged();
+}
+
+void MaterialPage::Combo2_Click(int row) {
+    if (!SelectTemplateGroup(m_session, row))
+        return;
+    ShowSelection();
+    ShowThumbnails();
+    emit sessionChanged();
+}
+
+void MaterialPage::ShowSelection() {
+    const std::vector<int> &rows = MaterialPageOf(m_session).SelectedMaterials;
+    QItemSelection selection;
+    for (const int row : rows)
+        if (row >= 0 && row < m_lstMaterials->count())
+            selection.select(m_lstMaterials->model()->index(row, 0), m_lstMaterials->model()->index(row, 0));
+    const QSignalBlocker blocker(m_lstMaterials);
+    m_lstMaterials->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+    m_lstMaterials->setCurrentRow(m_session.View.lstMaterialsIndex, QItemSelectionModel::NoUpdate);
 }
 
 void MaterialPage::lstMaterials_Click() {

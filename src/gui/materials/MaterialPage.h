@@ -44,6 +44,10 @@ private:
     QWidget *BuildPropertyColumn();
     void cmbFigures_Click(int row);
     void lstMaterials_Click();
+    // Choosing a selection group selects exactly its members' rows.
+    void Combo2_Click(int row);
+    // The list shows the page state's selection, without running the list's click.
+    void ShowSelection();
     void ShowThumbnails();
     void SetMaterialControlsEnabled(bool enabled);
 

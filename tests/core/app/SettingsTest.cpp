@@ -1,4 +1,5 @@
 #include "core/app/SettingsFile.h"
+#include "core/materials/Templates.h"
 #include "core/platform/FileVersion.h"
 #include "core/platform/Paths.h"
 #include "core/platform/ProfileFile.h"
