@@ -15,6 +15,7 @@
 namespace gelvane {
 namespace {
 
+using test::RecordedMessage;
 using test::ScriptedInteraction;
 using test::TestHome;
 
@@ -97,26 +98,21 @@ TEST(LoadSettings, StaleFoldersAreDerivedFromPoserFolderOrSetToNone) {
     TestHome home;
     namespace fs = std::filesystem;
     const std::string poser = home.file("Poser 4");
-    fs::create_directories(poser + "/Runtime/Libraries/character");
-    fs::create_directories(poser + "/Runtime/Libraries/Pose");
-    fs::create_directories(poser + "/Runtime/Textures");
-    fs::create_directories(home.file("elsewhere"));
+    for (const char *folder : {"Poser 4/Runtime/Libraries/character", "Poser 4/Runtime/Libraries/Pose",
+                               "Poser 4/Runtime/Textures", "elsewhere"})
+        fs::create_directories(home.file(folder));
     home.write("Poser 4/Poser.exe", FakeExecutable(5, 0, 3, 1));
     home.write("Settings.ini", "[Folders]\r\nPoser=" + poser + "\r\nCR2=/gone/Character\r\nHR2=/gone/Hair\r\nPP2=" +
                                    home.file("elsewhere") + "\r\n");
     ScriptedInteraction ui;
     const Settings s = LoadSettings(ui);
     EXPECT_TRUE(ui.messages().empty());
-    EXPECT_EQ(s.PoserFolder, poser);
-    EXPECT_EQ(s.CR2Folder, poser + "/Runtime/Libraries/character"); // the spelling on disk
-    EXPECT_EQ(s.PZ2Folder, poser + "/Runtime/Libraries/Pose");
-    EXPECT_EQ(s.SaveFolder, poser + "/Runtime/Libraries/Pose");
-    EXPECT_EQ(s.MapFolder, poser + "/Runtime/Textures");
-    EXPECT_EQ(s.PP2Folder, home.file("elsewhere"));
-    EXPECT_EQ(s.HR2Folder, "none");
-    EXPECT_EQ(s.LT2Folder, "none");
-    EXPECT_EQ(s.PVersionNumber, "5.0");
-    EXPECT_EQ(s.P5VersionNumber, "5.0");
+    // Folders take the spelling on disk; one that exists is kept; one without a place under Poser is "none".
+    EXPECT_EQ(std::tie(s.PoserFolder, s.CR2Folder, s.PZ2Folder, s.SaveFolder, s.MapFolder),
+              std::tuple(poser, poser + "/Runtime/Libraries/character", poser + "/Runtime/Libraries/Pose",
+                         poser + "/Runtime/Libraries/Pose", poser + "/Runtime/Textures"));
+    EXPECT_EQ(std::tie(s.PP2Folder, s.HR2Folder, s.LT2Folder, s.PVersionNumber, s.P5VersionNumber),
+              std::tuple(home.file("elsewhere"), "none", "none", "5.0", "5.0"));
     EXPECT_NE(Ini(home).find("\r\nPVersionNumber=5.0\r\n"), std::string::npos);
 }
 
@@ -127,8 +123,7 @@ TEST(LoadSettings, PoserExeWithoutVersionGivesEmptyVersion) {
     home.write("Settings.ini", "[Folders]\r\nPoser=" + home.file("Poser") + "\r\n[General]\r\nP5VersionNumber=6\r\n");
     ScriptedInteraction ui;
     const Settings s = LoadSettings(ui);
-    EXPECT_EQ(s.PVersionNumber, "");
-    EXPECT_EQ(s.P5VersionNumber, "6");
+    EXPECT_EQ(std::tie(s.PVersionNumber, s.P5VersionNumber), std::tuple("", "6"));
     EXPECT_NE(Ini(home).find("\r\nPVersionNumber=\r\n"), std::string::npos);
 }
 
@@ -172,49 +167,32 @@ TEST(LoadSettings, DefaultTemplateMustExist) {
     EXPECT_EQ(LoadSettings(ui).DefaultTemplate, "Skin");
 }
 
-TEST(LoadSettings, RegisteredFolderIsOfferedOnFirstStart) {
+TEST(LoadSettings, RegisteredFolderIsOfferedUntilTheAnswerIsYes) {
     TestHome home;
     std::filesystem::create_directories(home.file("Poser/Runtime/Libraries/Hand"));
     const std::string poser = home.file("Poser");
-
+    const RecordedMessage offer{"Is " + poser + "\r\nyour Poser directory?", "Default Poser folder", MsgIcon::None,
+                                MsgButtons::YesNo};
+    const RecordedMessage later{
+        "You can manually choose your Poser folder later\r\nin the Preferences form (in the Settings menu).", "Gelvane",
+        MsgIcon::None, MsgButtons::OK};
+    for (int start = 0; start < 2; ++start) {
+        ScriptedInteraction no;
+        no.nextAnswer(MsgResult::No);
+        EXPECT_EQ(LoadSettings(no, poser).PoserFolder, "none");
+        EXPECT_EQ(no.messages(), (std::vector{offer, later}));
+    }
     ScriptedInteraction yes;
     yes.nextAnswer(MsgResult::Yes);
     const Settings accepted = LoadSettings(yes, poser);
-    ASSERT_EQ(yes.messages().size(), 1u);
-    EXPECT_EQ(yes.messages()[0].Text, "Is " + poser + "\r\nyour Poser directory?");
-    EXPECT_EQ(yes.messages()[0].Title, "Default Poser folder");
-    EXPECT_EQ(yes.messages()[0].Buttons, MsgButtons::YesNo);
-    EXPECT_EQ(accepted.PoserFolder, poser);
-    EXPECT_EQ(accepted.HD2Folder, poser + "/Runtime/Libraries/Hand");
-
-    // Once stored, the folder isn't asked about again.
-    ScriptedInteraction later;
-    LoadSettings(later, poser);
-    EXPECT_TRUE(later.messages().empty());
-}
-
-TEST(LoadSettings, DecliningTheRegisteredFolderAsksAgainNextTime) {
-    TestHome home;
-    std::filesystem::create_directories(home.file("Poser"));
-    ScriptedInteraction no;
-    no.nextAnswer(MsgResult::No);
-    const Settings s = LoadSettings(no, home.file("Poser"));
-    ASSERT_EQ(no.messages().size(), 2u);
-    EXPECT_EQ(no.messages()[1].Text,
-              "You can manually choose your Poser folder later\r\nin the Preferences form (in the Settings menu).");
-    EXPECT_EQ(no.messages()[1].Title, "Gelvane");
-    EXPECT_EQ(no.messages()[1].Buttons, MsgButtons::OK);
-    EXPECT_EQ(s.PoserFolder, "none");
-
-    ScriptedInteraction again;
-    again.nextAnswer(MsgResult::No);
-    LoadSettings(again, home.file("Poser"));
-    EXPECT_EQ(again.messages().size(), 2u);
-
-    // A registered folder that doesn't exist is never offered.
-    ScriptedInteraction missing;
-    EXPECT_EQ(LoadSettings(missing, home.file("Nowhere")).PoserFolder, "none");
-    EXPECT_TRUE(missing.messages().empty());
+    EXPECT_EQ(yes.messages(), std::vector{offer});
+    EXPECT_EQ(std::tie(accepted.PoserFolder, accepted.HD2Folder), std::tuple(poser, poser + "/Runtime/Libraries/Hand"));
+    // Once stored, the folder isn't asked about again; one that doesn't exist is never offered.
+    ScriptedInteraction quiet;
+    LoadSettings(quiet, poser);
+    std::filesystem::remove(home.file("Settings.ini"));
+    EXPECT_EQ(LoadSettings(quiet, home.file("Nowhere")).PoserFolder, "none");
+    EXPECT_TRUE(quiet.messages().empty());
 }
 
 TEST(SaveSettings, WritesAFreshFileInItsFixedOrder) {
