@@ -1,19 +1,11 @@
 #include "core/model/SaveOptions.h"
 
-#include "core/model/Session.h"
-#include "core/model/Settings.h"
-#include "support/ScriptedInteraction.h"
+#include "support/SessionFixture.h"
 
-#include <gtest/gtest.h>
-
-namespace gelvane {
+namespace gelvane::test {
 namespace {
 
-struct SaveOptionsTest : ::testing::Test {
-    Settings settings;
-    test::ScriptedInteraction ui;
-    Session session{settings, ui};
-};
+using SaveOptionsTest = SessionFixture;
 
 TEST_F(SaveOptionsTest, VersionBoxGivesTheNumberPrintedBack) {
     const std::pair<const char *, const char *> cases[] = {
@@ -56,4 +48,4 @@ TEST_F(SaveOptionsTest, FormatChoiceBringsTheVersionOfItsSetting) {
 }
 
 } // namespace
-} // namespace gelvane
+} // namespace gelvane::test

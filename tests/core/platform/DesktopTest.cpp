@@ -57,36 +57,23 @@ TEST(StartDetached, StartsWithoutWaitingAndReportsAMissingProgram) {
     EXPECT_FALSE(StartDetached({}, &error));
 }
 
-TEST(RunPoser, StartsPoserExeThroughWine) {
-    TestHome home;
-    home.write("Poser/poser.exe", "MZ");
-    FakeWine(home);
-    ScopedPath path(home.file("bin"));
-    ScriptedInteraction ui;
-    RunPoser(home.file("Poser"), ui);
-    EXPECT_TRUE(ui.messages().empty());
-    EXPECT_EQ(AwaitFile(home, "started.txt"), home.file("Poser/poser.exe") + "\n");
-}
-
-TEST(RunPoser, MissingExecutableOrWineIsReported) {
+TEST(RunPoser, StartsPoserExeThroughWineOrSaysWhatIsMissing) {
     TestHome home;
     FakeWine(home);
-    const std::string expected = "Poser executable could not be found in\r\n" + home.file("Poser") + ".";
-    {
-        ScopedPath path(home.file("bin"));
+    const auto run = [&](const char *bin) {
+        ScopedPath path(home.file(bin));
         ScriptedInteraction ui;
         RunPoser(home.file("Poser"), ui);
-        ASSERT_EQ(ui.messages().size(), 1u);
-        EXPECT_EQ(ui.messages()[0].Text, expected);
-        EXPECT_EQ(ui.messages()[0].Icon, MsgIcon::Exclamation);
-    }
-    home.write("Poser/Poser.exe", "MZ");
-    ScopedPath path(home.file("empty-bin"));
-    ScriptedInteraction ui;
-    RunPoser(home.file("Poser"), ui);
-    ASSERT_EQ(ui.messages().size(), 1u);
-    EXPECT_EQ(ui.messages()[0].Text, expected);
+        return ui.messages();
+    };
+    const test::RecordedMessage missing{"Poser executable could not be found in\r\n" + home.file("Poser") + ".",
+                                        "Gelvane", MsgIcon::Exclamation, MsgButtons::OK};
+    EXPECT_EQ(run("bin"), std::vector{missing});
+    home.write("Poser/poser.exe", "MZ");
+    EXPECT_EQ(run("empty-bin"), std::vector{missing}); // no wine on the path
     EXPECT_EQ(home.read("started.txt"), "");
+    EXPECT_TRUE(run("bin").empty());
+    EXPECT_EQ(AwaitFile(home, "started.txt"), home.file("Poser/poser.exe") + "\n");
 }
 
 } // namespace
