@@ -23,22 +23,9 @@ class MainWindowTest : public QObject {
 
 private:
     // A fresh window for each test; the map reference check is off, as its repairs count as changes.
-    struct Window {
-        TestHome home;
-        Settings settings;
-        QtScript ui;
-        Session session{settings, ui};
-        ThumbnailCache thumbnails;
-        MainWindow window{session, settings, thumbnails};
-    };
-    std::unique_ptr<Window> m;
+    std::unique_ptr<WindowOnHome> m;
 
-    template <class T> T *widget(const char *name) {
-        T *found = m->window.findChild<T *>(name);
-        if (!found)
-            qFatal("no widget %s", name);
-        return found;
-    }
+    template <class T> T *widget(const char *name) { return Child<T>(&m->window, name); }
     QAction *entry(const char *name) { return widget<QAction>(name); }
 
     void openDemo() {
@@ -48,16 +35,9 @@ private:
 
 private slots:
     void init() {
-        m = std::make_unique<Window>();
-        m->settings.AutoCorrect = false;
-        m->window.StartUp("");
-        m->window.show();
+        m = std::make_unique<WindowOnHome>([](Settings &settings) { settings.AutoCorrect = false; });
     }
-
-    void cleanup() {
-        m->session.FileModified = false; // no closing question while tearing down
-        m.reset();
-    }
+    void cleanup() { m.reset(); }
 
     void menusAtStart() {
         // What needs a loaded file waits for one.
@@ -136,13 +116,7 @@ private slots:
     }
 
     void droppedPoseOpensWithoutADialog() {
-        QMimeData data;
-        data.setUrls({QUrl::fromLocalFile(QString::fromStdString(kDemoPath))});
-        QDragEnterEvent enter(QPoint(10, 40), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(&m->window, &enter);
-        QVERIFY(enter.isAccepted());
-        QDropEvent drop(QPointF(10, 40), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(&m->window, &drop);
+        DropFiles(&m->window, {QString::fromStdString(kDemoPath)});
         QVERIFY(m->ui.fileRequests().empty());
         QCOMPARE(m->window.windowTitle(), QString("Gelvane - [demo.pz2]"));
     }
