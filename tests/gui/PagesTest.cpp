@@ -51,17 +51,14 @@ void PagesTest::materialPageShowsObjectsAndMaterials() {
     auto *cmbFigures = m.child<QComboBox>("cmbFigures");
     auto *lstMaterials = m.child<QListWidget>("lstMaterials");
     m.page.refresh();
-    QVERIFY(!cmbFigures->isEnabled());
-    QVERIFY(!m.child<QPushButton>("cmd_18")->isEnabled());
+    QVERIFY(!cmbFigures->isEnabled() && !m.child<QPushButton>("cmd_18")->isEnabled());
     QVERIFY(m.child<QComboBox>("Combo1")->isEnabled());
 
     m.page.show();
     FillTwoFigures(m.session);
     m.opened();
-    QCOMPARE(cmbFigures->count(), 3);
-    QVERIFY(cmbFigures->isEnabled());
+    QVERIFY(cmbFigures->count() == 3 && cmbFigures->isEnabled() && lstMaterials->item(0)->isSelected());
     QCOMPARE(Rows(lstMaterials), QStringList({"Skin", "Eyes", "Lips"}));
-    QVERIFY(lstMaterials->item(0)->isSelected());
     // A refresh keeps the user's choice of material.
     lstMaterials->setCurrentRow(2);
     m.page.refresh();
@@ -137,8 +134,7 @@ void PagesTest::posePageListsActorsAndDials() {
     LoadActorSection(session, ReadTestData("channels/two-actors.pz2"));
     page.refresh();
     QCOMPARE(Rows(lstActors, 0), QStringList({"hip", "LIGHT_1"}));
-    QVERIFY(lstActors->isEnabled());
-    QCOMPARE(lstActors->currentItem(), lstActors->topLevelItem(0));
+    QVERIFY(lstActors->isEnabled() && lstActors->currentItem() == lstActors->topLevelItem(0));
     QCOMPARE(Rows(lstDials, 0), QStringList({"Belly", "yrot"}));
     QCOMPARE(Rows(lstDials, 1), QStringList({"targetGeom", "rotateY"}));
 
@@ -159,8 +155,7 @@ void PagesTest::posePageListsActorsAndDials() {
                       lstDials->visualItemRect(lstDials->topLevelItem(0)).center());
     auto *value = page.findChild<QLineEdit *>("txtDialProperties_0");
     QCOMPARE(value->text(), QString("0.5"));
-    QVERIFY(page.findChild<QCheckBox *>("chkEnableDial_0")->isChecked());
-    QVERIFY(deleteDials->isEnabled());
+    QVERIFY(page.findChild<QCheckBox *>("chkEnableDial_0")->isChecked() && deleteDials->isEnabled());
     // Typed and applied.
     value->clear();
     QTest::keyClicks(value, "-.5");
@@ -171,8 +166,8 @@ void PagesTest::posePageListsActorsAndDials() {
     auto *camera = page.findChild<QPushButton *>("cmdCheckAll_1");
     camera->click();
     QCOMPARE(camera->text(), QString("Check none"));
-    QVERIFY(page.findChild<QCheckBox *>("chkDelChannels_12")->isChecked());
-    QVERIFY(page.findChild<QPushButton *>("cmdDelChannels")->isEnabled());
+    QVERIFY(page.findChild<QCheckBox *>("chkDelChannels_12")->isChecked() &&
+            page.findChild<QPushButton *>("cmdDelChannels")->isEnabled());
 
     // "Don't save morphs or poses" switches the page off.
     chkChannels_Click(session, true);

@@ -18,31 +18,31 @@ namespace gelvane::test {
 
 using Strings = std::vector<std::string>;
 
+// One member of each record of a list, in order.
+template <class T, class M> std::vector<M> Each(const std::vector<T> &list, M T::*member) {
+    std::vector<M> values;
+    for (const T &record : list)
+        values.push_back(record.*member);
+    return values;
+}
+
 // The names of the records of a list, in order.
 template <class T> Strings NamesOf(const std::vector<T> &list) {
-    Strings names;
-    for (const T &record : list)
-        names.push_back(record.Name);
-    return names;
+    return Each(list, &T::Name);
 }
 
 struct TestSession {
     Settings settings;
     ScriptedInteraction ui;
     Session session{settings, ui};
+
+    Strings MaterialNames(size_t figure = 0) const { return NamesOf(session.Figures.at(figure).Materials); }
+    // The texts of the message boxes shown so far.
+    Strings Texts() const { return Each(ui.messages(), &RecordedMessage::Text); }
 };
 
 class SessionFixture : public ::testing::Test, public TestSession {
 protected:
-    Strings MaterialNames(size_t figure = 0) const { return NamesOf(session.Figures.at(figure).Materials); }
-    // The texts of the message boxes shown so far.
-    Strings Texts() const {
-        Strings texts;
-        for (const RecordedMessage &m : ui.messages())
-            texts.push_back(m.Text);
-        return texts;
-    }
-
     TestHome home;
 };
 

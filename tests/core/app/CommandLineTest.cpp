@@ -1,13 +1,9 @@
 #include "core/app/CommandLine.h"
 #include "core/model/CommandText.h"
 #include "core/platform/Paths.h"
-#include "support/TestHome.h"
-
-#include <gtest/gtest.h>
+#include "support/SessionFixture.h"
 
 #include <filesystem>
-#include <string>
-#include <vector>
 
 namespace gelvane {
 namespace {

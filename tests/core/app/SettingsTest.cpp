@@ -4,15 +4,12 @@
 #include "core/platform/FileVersion.h"
 #include "core/platform/Paths.h"
 #include "core/platform/ProfileFile.h"
-#include "support/ScriptedInteraction.h"
-#include "support/TestHome.h"
-
-#include <gtest/gtest.h>
+#include "support/ScopedEnv.h"
+#include "support/SessionFixture.h"
 
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
-#include <string>
 
 namespace gelvane {
 namespace {
@@ -186,9 +183,8 @@ TEST(LoadSettings, FoldersFoundAreOfferedUntilOneIsStored) {
     no.nextAnswer(MsgResult::No);
     EXPECT_EQ(LoadSettings(no, Finds({poser, home.path()})).PoserFolder, "none");
     ASSERT_EQ(no.messages().size(), 3u);
-    EXPECT_EQ(no.messages()[0].Text, "Is " + poser + "\r\nyour Poser directory?");
-    EXPECT_EQ(no.messages()[0].Title, "Default Poser folder");
-    EXPECT_EQ(no.messages()[0].Buttons, MsgButtons::YesNo);
+    EXPECT_EQ(no.messages()[0], (RecordedMessage{"Is " + poser + "\r\nyour Poser directory?", "Default Poser folder",
+                                                 MsgIcon::None, MsgButtons::YesNo}));
     EXPECT_EQ(no.messages()[2].Text, kChooseLater);
     ScriptedInteraction yes;
     yes.nextAnswer(MsgResult::Yes);
@@ -222,23 +218,21 @@ TEST(LoadSettings, OnlyTheWindowsFirstStartAsksWithTheFolderChooser) {
 TEST(LoadSettings, PoserFolderIsNormalisedAndWhatTheUserWroteIsKept) {
     TestHome home;
     std::filesystem::create_directories(home.file("Poser/Runtime/Textures"));
-    const std::string poser = home.file("Poser"), oldHome = std::getenv("HOME") ? std::getenv("HOME") : "";
-    setenv("HOME", home.path().c_str(), 1);
+    const std::string poser = home.file("Poser");
+    const test::ScopedEnv homeFolder("HOME", home.path());
     for (const std::string &written : {poser + "/", poser + "\\", std::string("~/Poser//"), home.file("POSER")}) {
         home.write("Settings.ini", "[Folders]\r\nPoser=" + written + "\r\n");
         ScriptedInteraction ui;
         const Settings s = LoadSettings(ui, Finds({}));
-        EXPECT_EQ(s.PoserFolder, poser) << written;
-        EXPECT_EQ(s.MapFolder, poser + "/Runtime/Textures") << written;
+        EXPECT_EQ(std::tie(s.PoserFolder, s.MapFolder), std::tuple(poser, poser + "/Runtime/Textures")) << written;
         EXPECT_NE(Ini(home).find("Poser=" + written + "\r\n"), std::string::npos) << written;
     }
-    setenv("HOME", oldHome.c_str(), 1);
     // A folder that isn't there is reported and stays as written.
     home.write("Settings.ini", "[Folders]\r\nPoser=/media/usb/Poser\r\n");
     ScriptedInteraction ui;
     EXPECT_EQ(LoadSettings(ui, Finds({poser})).PoserFolder, "none");
-    ASSERT_EQ(ui.messages().size(), 1u);
-    EXPECT_EQ(ui.messages()[0].Text, "The Poser folder /media/usb/Poser\r\nnamed in Settings.ini doesn't exist.");
+    EXPECT_EQ(test::Each(ui.messages(), &RecordedMessage::Text),
+              std::vector<std::string>{"The Poser folder /media/usb/Poser\r\nnamed in Settings.ini doesn't exist."});
     EXPECT_NE(Ini(home).find("Poser=/media/usb/Poser\r\n"), std::string::npos);
 }
 

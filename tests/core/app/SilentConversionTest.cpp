@@ -1,32 +1,22 @@
 // Runs the built program with "-s" on files in a temporary folder.
 #include "support/RunProgram.h"
-#include "support/TestHome.h"
-
-#include <gtest/gtest.h>
+#include "support/SessionFixture.h"
 
 #include <algorithm>
 #include <cctype>
 #include <cstring>
 #include <filesystem>
 #include <set>
-#include <string>
-#include <tuple>
-#include <vector>
 
 namespace gelvane {
 namespace {
 
 using test::ReadTestData;
+using test::RunGelvane;
 using test::TestHome;
 namespace fs = std::filesystem;
 
 #ifdef GELVANE_EXECUTABLE
-
-// The program with `args`; GELVANE_HOME is the test home.
-test::RunResult RunGelvane(const TestHome &home, std::vector<std::string> args) {
-    args.insert(args.begin(), GELVANE_EXECUTABLE);
-    return test::RunProgram(home, args);
-}
 
 std::vector<std::string> FilesIn(const std::string &folder) {
     std::vector<std::string> names;

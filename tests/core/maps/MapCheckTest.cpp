@@ -25,10 +25,7 @@ protected:
         session.Figures.push_back(figure);
     }
     Strings textureMaps(size_t figure) const {
-        Strings maps;
-        for (const Material &m : session.Figures.at(figure).Materials)
-            maps.push_back(m.textureMap);
-        return maps;
+        return Each(session.Figures.at(figure).Materials, &Material::textureMap);
     }
     long scans() const { return std::ranges::count(ui.statusLines(), std::string("Scanning folders...")); }
     Strings folderQuestions() const {

@@ -26,11 +26,9 @@ TEST_F(MapFinderTest, ScanSortsFilesIntoTheFiveListsAndWritesTheCacheFiles) {
          {"b.JPG", "a.jpeg", "Skin/c.tiff", "Skin/d.tif", "Skin/e.bum", "Skin/f.png", "Skin/gpict", "Skin/notes.txt"})
         poserFile(std::string("Runtime/Textures/") + file);
     scan(textures());
-    EXPECT_EQ(NamesOf(session.Maps.JpgMaps), (Strings{"a.jpeg", "b.JPG"}));
-    EXPECT_EQ(NamesOf(session.Maps.TifMaps), (Strings{"c.tiff", "d.tif"}));
-    EXPECT_EQ(NamesOf(session.Maps.OtherMaps), (Strings{"f.png", "gpict"}));
-    EXPECT_EQ(session.Maps.TifMaps[0].Folder, textures() + "/Skin");
-    EXPECT_TRUE(IsEmptyList(session.Maps.BmpMaps));
+    EXPECT_EQ(std::tuple(NamesOf(session.Maps.JpgMaps), NamesOf(session.Maps.TifMaps), NamesOf(session.Maps.OtherMaps)),
+              std::tuple(Strings{"a.jpeg", "b.JPG"}, Strings{"c.tiff", "d.tif"}, Strings{"f.png", "gpict"}));
+    EXPECT_TRUE(session.Maps.TifMaps[0].Folder == textures() + "/Skin" && IsEmptyList(session.Maps.BmpMaps));
 
     ASSERT_TRUE(SaveMapLists(session));
     EXPECT_EQ(home.read("Cache/jpgs.txt"), "a.jpeg\r\n*" + textures() + "\r\nb.JPG\r\n*" + textures() + "\r\n");
@@ -98,11 +96,9 @@ TEST_F(MapFinderTest, DuplicatesGoThroughTheCacheFileAndTheUserChooses) {
     ui.nextMapChoice(1);
     EXPECT_EQ(FindFile(session, ":x:dup.jpg"), ":Runtime:Textures:Two:dup.JPG");
     ASSERT_EQ(ui.mapQuestions(), Strings{"dup.jpg"});
-    ASSERT_EQ(ui.mapCandidates()[0].size(), 2u);
-    EXPECT_EQ(ui.mapCandidates()[0][0].Path, textures() + "/One/dup.jpg");
-    EXPECT_EQ(ui.mapCandidates()[0][1].Path, textures() + "/Two/dup.jpg");
-    EXPECT_EQ(session.Maps.ChosenMapIndex, 1);
-    EXPECT_EQ(session.Maps.ListedMaps, Strings{""});
+    EXPECT_EQ(Each(ui.mapCandidates()[0], &MapCandidate::Path),
+              (Strings{textures() + "/One/dup.jpg", textures() + "/Two/dup.jpg"}));
+    EXPECT_EQ(std::tie(session.Maps.ChosenMapIndex, session.Maps.ListedMaps), std::tuple(1, Strings{""}));
     // The chosen file joined the list in memory: three names now, still several.
     EXPECT_EQ(session.Maps.JpgMaps.size(), 3u);
     // Closing the window or choosing the last row is "NO_MAP", whatever SetNoMap says.

@@ -6,7 +6,6 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <tuple>
 
 using namespace gelvane;
 
@@ -138,11 +137,9 @@ TEST(ThumbnailCacheTest, OneThumbnailPerPathWhateverItsCase) {
     std::string lower = path;
     for (char &c : lower)
         c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    EXPECT_FALSE(cache.LoadThumbNail(lower, 0));
-    EXPECT_FALSE(cache.LoadThumbNail(path, 0));
+    EXPECT_FALSE(cache.LoadThumbNail(lower, 0) || cache.LoadThumbNail(path, 0));
     EXPECT_EQ(cache.DecodeCount(), 1);
-    EXPECT_NE(cache.Find(lower, 0), nullptr);
-    EXPECT_EQ(cache.Find(path, 0), cache.Find(lower, 0));
+    EXPECT_TRUE(cache.Find(lower, 0) != nullptr && cache.Find(path, 0) == cache.Find(lower, 0));
     ASSERT_EQ(cache.Keys(0).size(), 6u); // the fixed images and this one
     EXPECT_EQ(cache.Keys(0).back(), lower);
 

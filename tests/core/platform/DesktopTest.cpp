@@ -1,12 +1,9 @@
 #include "core/platform/Desktop.h"
-#include "support/ScriptedInteraction.h"
-#include "support/TestHome.h"
-
-#include <gtest/gtest.h>
+#include "support/ScopedEnv.h"
+#include "support/SessionFixture.h"
 
 #include <cerrno>
 #include <chrono>
-#include <cstdlib>
 #include <filesystem>
 #include <thread>
 
@@ -26,18 +23,6 @@ std::string AwaitFile(const TestHome &home, const std::string &relative) {
     }
     return home.read(relative);
 }
-
-// Puts `folder` alone on PATH for the life of the object.
-class ScopedPath {
-public:
-    explicit ScopedPath(const std::string &folder) : m_old(std::getenv("PATH") ? std::getenv("PATH") : "") {
-        setenv("PATH", folder.c_str(), 1);
-    }
-    ~ScopedPath() { setenv("PATH", m_old.c_str(), 1); }
-
-private:
-    std::string m_old;
-};
 
 std::string FakeWine(const TestHome &home) {
     const std::string wine = home.write("bin/wine", "#!/bin/sh\necho \"$@\" > \"${0%/*}/../started.txt\"\n");
@@ -61,7 +46,7 @@ TEST(RunPoser, StartsPoserExeThroughWineOrSaysWhatIsMissing) {
     TestHome home;
     FakeWine(home);
     const auto run = [&](const char *bin) {
-        ScopedPath path(home.file(bin));
+        const test::ScopedEnv path("PATH", home.file(bin)); // the folder alone
         ScriptedInteraction ui;
         RunPoser(home.file("Poser"), ui);
         return ui.messages();

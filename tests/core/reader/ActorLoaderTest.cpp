@@ -7,7 +7,6 @@
 #include "support/SessionFixture.h"
 
 #include <random>
-#include <tuple>
 
 namespace gelvane::test {
 namespace {
@@ -57,11 +56,9 @@ TEST(ActorLoader, ReadsHeaderChannelsAndTailOfActorsAndLights) {
 
     // The pose page shows the actors, the first actor's dials, and the plain body part gets its row.
     const PoseView &pose = l.session.Pose;
-    EXPECT_EQ(NamesOf(pose.lstActors), (Strings{"hip", "LIGHT_1"}));
-    EXPECT_EQ(pose.lstActors[1].Type, "light");
-    EXPECT_EQ(NamesOf(pose.lstDials), (Strings{"Belly", "yrot"}));
-    EXPECT_EQ(pose.CurrentActor, 1);
-    EXPECT_EQ(pose.CurrentDial, 1);
+    EXPECT_EQ(std::tuple(NamesOf(pose.lstActors), pose.lstActors[1].Type, NamesOf(pose.lstDials)),
+              std::tuple(Strings{"hip", "LIGHT_1"}, "light", Strings{"Belly", "yrot"}));
+    EXPECT_TRUE(pose.CurrentActor == 1 && pose.CurrentDial == 1);
     EXPECT_TRUE(pose.lstActorsEnabled && pose.cmdDeleteDialsEnabled);
     EXPECT_FALSE(l.session.Options.chkChannels || l.session.CustomMaterialsFound);
     EXPECT_EQ(l.session.cmbFigures, Strings{"actor hip"});
@@ -111,18 +108,18 @@ TEST(ActorLoader, ChannelsLinesAndActorsWithoutChannels) {
     ASSERT_EQ(l.session.Actors.size(), 2u);
     const Actor &body = l.session.Actors[0];
     EXPECT_TRUE(IsEmptyList(body.Channels));
-    EXPECT_EQ(std::tuple(body.Locked, body.DisplayName), std::tuple(2, "Body"));
-    EXPECT_EQ(l.session.Actors[1].DisplayName, "N");
-    EXPECT_EQ(l.session.Actors[1].Channels.at(0).Value, 3);
+    EXPECT_EQ(std::tie(body.Locked, body.DisplayName, l.session.Actors[1].DisplayName,
+                       l.session.Actors[1].Channels.at(0).Value),
+              std::tuple(2, "Body", "N", 3.0));
 }
 
 TEST(ActorLoader, ThighLengthDropsTheFirstCharacterOfItsValue) {
     for (const char *line : {"thighLength 0.5\n", "thighLength 1.5\n"}) {
         Loader l;
         LoadActorSection(l.session, std::string(line) + "actor hip\n{\n}\n");
-        EXPECT_EQ(l.session.Options.txtThighLength, "0.5");
-        EXPECT_DOUBLE_EQ(l.session.ThighLength, 0.5);
-        EXPECT_FALSE(l.session.Options.chkDisableThighLength);
+        EXPECT_EQ(
+            std::tie(l.session.Options.txtThighLength, l.session.ThighLength, l.session.Options.chkDisableThighLength),
+            std::tuple("0.5", 0.5, false));
     }
     Loader none;
     none.session.Options.chkDisableThighLength = false;
@@ -137,14 +134,12 @@ TEST(ActorLoader, ShaderTreeBehindChannelsIsNotReadAsChannels) {
                                            "node \"PoserSurface\" \"PoserSurface\"\n{\nname \"PoserSurface\"\n"
                                            "hidden 0\nkeys\n{\nk  0  3\n}\n}\n}\n}\nlocked 0\n"));
     const Actor &head = l.session.Actors[0];
-    EXPECT_EQ(NamesOf(head.Channels), Strings{"Smile"});
-    EXPECT_EQ(head.Channels[0].Value, 1);
+    EXPECT_EQ(std::tuple(NamesOf(head.Channels), head.Channels[0].Value), std::tuple(Strings{"Smile"}, 1.0));
     // The body part's customMaterial makes it an owner of materials.
     EXPECT_TRUE(l.session.CustomMaterialsFound);
-    EXPECT_EQ(NamesOf(l.session.Figures), Strings{"head"});
-    EXPECT_EQ(NamesOf(l.session.Figures[0].Materials), Strings{"Lips"});
+    EXPECT_EQ(std::tuple(NamesOf(l.session.Figures), l.MaterialNames(), l.session.cmbFigures),
+              std::tuple(Strings{"head"}, Strings{"Lips"}, Strings{"actor head"}));
     EXPECT_EQ(l.session.Figures[0].Materials[0].KdColor, (Rgb{255, 0, 0}));
-    EXPECT_EQ(l.session.cmbFigures, Strings{"actor head"});
 }
 
 TEST(ActorLoader, CustomMaterialOwnersAndActorRows) {
@@ -160,8 +155,7 @@ TEST(ActorLoader, CustomMaterialOwnersAndActorRows) {
     EXPECT_EQ(NamesOf(l.session.Figures), (Strings{"figure", "lHand"}));
     const Figure &hand = l.session.Figures[1];
     EXPECT_EQ(NamesOf(hand.Materials), (Strings{"Nails", "Skin"}));
-    EXPECT_EQ(hand.Materials[0].KdColor, (Rgb{0, 0, 255}));
-    EXPECT_EQ(hand.Materials[1].tMax, 50);
+    EXPECT_EQ(std::tie(hand.Materials[0].KdColor, hand.Materials[1].tMax), std::tuple(Rgb{0, 0, 255}, 50));
     // Owners first, then every plain body part; props and lights get no row.
     EXPECT_EQ(l.session.cmbFigures, (Strings{"figure", "actor lHand", "actor hip"}));
 }
@@ -171,8 +165,8 @@ TEST(ActorLoader, SingleActorGoesToTheHeadAndKeepActorsAppends) {
     LoadActorSection(l.session, Pose());
     ASSERT_TRUE(LoadActorSection(l.session, ActorBlock("actor BODY", DialBlock("valueParm X", "2")), true, false));
     EXPECT_EQ(NamesOf(l.session.Actors), (Strings{"BODY", "hip", "LIGHT_1"}));
-    EXPECT_EQ(l.session.Actors[0].Channels[0].Name, "X");
-    EXPECT_EQ(l.session.Pose.lstActors.front().Name, "BODY");
+    EXPECT_EQ(std::tie(l.session.Actors[0].Channels[0].Name, l.session.Pose.lstActors.front().Name),
+              std::tuple("X", "BODY"));
     LoadActorSection(l.session, "actor foot\n{\n}\n", false, true);
     EXPECT_EQ(NamesOf(l.session.Actors), (Strings{"BODY", "hip", "LIGHT_1", "foot"}));
 }

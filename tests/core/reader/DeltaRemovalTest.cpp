@@ -3,7 +3,6 @@
 #include "core/model/Text.h"
 #include "support/SessionFixture.h"
 
-#include <functional>
 #include <random>
 
 namespace gelvane {

@@ -56,9 +56,8 @@ TEST_F(FigureRun, EachFigureOpensAlone) {
     RunFigureSelection(session, Chooser(1));
     EXPECT_EQ(offered, (Strings{"Tester", "Other Figure"}));
     // The chosen figure's materials and actors, none of the other's.
-    EXPECT_EQ(session.cmbFigures, (Strings{"figure", "actor BODY:2", "actor chest:2"}));
-    EXPECT_EQ(MaterialNames(), (Strings{"Cloth", "Buttons"}));
-    EXPECT_EQ(Questions(), 2);
+    EXPECT_EQ(std::tuple(session.cmbFigures, MaterialNames(), Questions()),
+              std::tuple(Strings{"figure", "actor BODY:2", "actor chest:2"}, Strings{"Cloth", "Buttons"}, 2));
     EXPECT_TRUE(session.FileModified && !ui.ProgressVisible()); // "Yes": the channels were loaded
 }
 
@@ -110,8 +109,7 @@ TEST_F(FigureRun, WhatIsNoCharacterSaysSo) {
     RunFigureSelection(session, Chooser(0));
 
     EXPECT_EQ(Texts(), Strings(3, "Not a valid Character file"));
-    EXPECT_EQ(ui.messages()[0].Icon, MsgIcon::Exclamation);
-    EXPECT_EQ(chooserCalls, 0);
+    EXPECT_TRUE(ui.messages()[0].Icon == MsgIcon::Exclamation && chooserCalls == 0);
     EXPECT_TRUE(IsEmptyList(session.Figures) && !ui.ProgressVisible());
 }
 

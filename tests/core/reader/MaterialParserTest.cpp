@@ -2,8 +2,6 @@
 
 #include "support/SessionFixture.h"
 
-#include <tuple>
-
 namespace gelvane::test {
 namespace {
 
@@ -112,11 +110,10 @@ TEST_F(MaterialParserTest, CustomMaterialsAppendAnOwner) {
     ReadCustomMaterials(session,
                         "actor lHand\r\n{\r\n\tcustomMaterial\t2\r\n\tmaterial nails \r\n\t{\r\n\tKdColor 1 0 0 1 "
                         "\r\n\t}\r\n\tmaterial skin\r\n\t{\r\n\tNsExponent 40 \r\n\t}\r\n}");
-    ASSERT_EQ(session.Figures.size(), 2u);
-    EXPECT_EQ(session.Figures[1].Name, "");
+    EXPECT_EQ(NamesOf(session.Figures), (Strings{"figure", ""}));
     EXPECT_EQ(MaterialNames(1), (Strings{"nails ", "skin"})); // not stripped of trailing blanks
-    EXPECT_EQ(session.Figures[1].Materials[0].KdColor, (Rgb{255, 0, 0}));
-    EXPECT_EQ(session.Figures[1].Materials[1].NsExponent, 61);
+    EXPECT_EQ(std::tie(session.Figures[1].Materials[0].KdColor, session.Figures[1].Materials[1].NsExponent),
+              std::tuple(Rgb{255, 0, 0}, 61));
 
     // An empty model takes the owner in element 0; a count of 0 can't be dimensioned.
     session.Figures.assign(1, Figure{});

@@ -38,19 +38,15 @@ TEST_F(OpenFileTest, FigureBlockAndPropBecomeOwnersWhateverTheLineEnds) {
     EXPECT_FALSE(session.OpenFailed || session.FileModified);
     EXPECT_EQ(session.cmbFigures, (Strings{"figure", "prop hat", "actor hip"}));
     EXPECT_EQ(NamesOf(session.Figures), (Strings{"figure", "prop hat"}));
-    EXPECT_EQ(MaterialNames(0), (Strings{"skin", "Eyes"}));
-    EXPECT_EQ(MaterialNames(1), Strings{"hatband"});
-    EXPECT_EQ(session.Figures[0].Materials[0].textureMap, "C:\\My Maps\\skin map.jpg");
-    EXPECT_EQ(session.FileComment, "Skin pose\r\nby tester 2");
-    EXPECT_EQ(session.FileVersion, "4.01");
-    EXPECT_EQ(session.View.Caption, "Gelvane - [Pose.pz2]");
-    EXPECT_EQ(session.View.lstMaterials, (Strings{"skin", "Eyes"}));
-    EXPECT_EQ(session.View.cmbFiguresIndex, 0);
-    EXPECT_TRUE(session.View.mnuSaveEnabled && session.View.mnuSaveAsEnabled && session.View.mnuExportMTLEnabled);
-    EXPECT_TRUE(session.View.cmdDeleteEnabled);
-    EXPECT_FALSE(session.Options.chkNoMaterialData);
-    EXPECT_EQ(session.DialogFileName, session.FileName);
-    EXPECT_FALSE(ui.ProgressVisible());
+    EXPECT_EQ(std::tuple(MaterialNames(0), MaterialNames(1), session.View.lstMaterials),
+              std::tuple(Strings{"skin", "Eyes"}, Strings{"hatband"}, Strings{"skin", "Eyes"}));
+    EXPECT_EQ(std::tie(session.Figures[0].Materials[0].textureMap, session.FileComment, session.FileVersion,
+                       session.View.Caption, session.View.cmbFiguresIndex, session.DialogFileName),
+              std::tuple("C:\\My Maps\\skin map.jpg", "Skin pose\r\nby tester 2", "4.01", "Gelvane - [Pose.pz2]", 0,
+                         session.FileName));
+    EXPECT_TRUE(session.View.mnuSaveEnabled && session.View.mnuSaveAsEnabled && session.View.mnuExportMTLEnabled &&
+                session.View.cmdDeleteEnabled);
+    EXPECT_FALSE(session.Options.chkNoMaterialData || ui.ProgressVisible());
     // The row of the default template is chosen and loaded.
     EXPECT_EQ(std::tuple(session.View.Combo1Index, loaded), std::tuple(1, 1));
 
@@ -58,9 +54,8 @@ TEST_F(OpenFileTest, FigureBlockAndPropBecomeOwnersWhateverTheLineEnds) {
     const std::vector<Actor> actors = session.Actors;
     for (const char *end : {"\r\n", "\r"}) {
         OpenText(KindPZ2, "Pose.pz2", Replace(lf, "\n", end));
-        EXPECT_EQ(session.Figures, figures);
-        EXPECT_EQ(session.Actors, actors);
-        EXPECT_EQ(session.FileComment, "Skin pose\r\nby tester 2");
+        EXPECT_EQ(std::tie(session.Figures, session.Actors, session.FileComment),
+                  std::tie(figures, actors, "Skin pose\r\nby tester 2"));
     }
 }
 
@@ -69,9 +64,8 @@ TEST_F(OpenFileTest, CustomMaterialOwnersFollowTheFiguresOwn) {
     ASSERT_FALSE(session.OpenFailed);
     EXPECT_EQ(session.cmbFigures, (Strings{"figure", "actor lHand", "actor hip"}));
     EXPECT_EQ(NamesOf(session.Figures), (Strings{"figure", "lHand"}));
-    EXPECT_EQ(MaterialNames(0), Strings{"skin"});
-    EXPECT_EQ(MaterialNames(1), Strings{"nails"});
-    EXPECT_EQ(session.Actors.size(), 2u);
+    EXPECT_EQ(std::tuple(MaterialNames(0), MaterialNames(1), session.Actors.size()),
+              std::tuple(Strings{"skin"}, Strings{"nails"}, 2u));
 }
 
 TEST_F(OpenFileTest, DialogIsPreparedByKindAndRemembersTheFolder) {
@@ -121,9 +115,8 @@ TEST_F(OpenFileTest, VersionFollowsTheSettingsAndTheVersionBoxRule) {
     const std::string file = "{\nversion\n{\nnumber 5.0\n}\nfigure\n{\nmaterial a\n{\n}\n}\n}\n";
     settings.SetPoserVersion = false;
     OpenText(KindPZ2, "v.pz2", file);
-    EXPECT_EQ(session.FileVersion, "5.0");
-    EXPECT_EQ(session.OutputVersion, "5");
-    EXPECT_EQ(session.Options.VersionText, "5.0");
+    EXPECT_EQ(std::tie(session.FileVersion, session.OutputVersion, session.Options.VersionText),
+              std::tuple("5.0", "5", "5.0"));
 
     settings.SetPoserVersion = true;
     settings.PVersionNumber = "4.01";
@@ -157,12 +150,10 @@ TEST_F(OpenFileTest, FailuresAreReportedWithTheirStep) {
     Open(KindPZ2, home.file("missing.pz2"));
     EXPECT_EQ(FailureText(),
               "Error in the OpenFile function\r\nFile not found, error number 53\r\nCode line number 10");
-    EXPECT_TRUE(session.OpenFailed);
-    EXPECT_FALSE(session.OpenCancelled);
     EXPECT_EQ(session.DialogFileName, "");
-    EXPECT_TRUE(session.Options.chkChannels && session.Options.chkNoMaterialData);
-    EXPECT_FALSE(session.View.cmbFiguresEnabled || session.View.MaterialControlsEnabled);
-    EXPECT_FALSE(ui.ProgressVisible());
+    EXPECT_TRUE(session.OpenFailed && session.Options.chkChannels && session.Options.chkNoMaterialData);
+    EXPECT_FALSE(session.OpenCancelled || session.View.cmbFiguresEnabled || session.View.MaterialControlsEnabled ||
+                 ui.ProgressVisible());
 
     struct Case {
         int kind;
@@ -210,11 +201,8 @@ TEST_F(OpenFileTest, ImportKeepsTheLoadedFilesStateAndSkipsChannels) {
     session.ImportMode = true;
     session.Options.chkChannels = false;
     OpenText(KindPZ2, "second.pz2", "{\nversion\n{\nnumber 6\n}\nfigure\n{\nmaterial other\n{\n}\n}\n}\n");
-    EXPECT_EQ(session.View.Caption, caption);
-    EXPECT_EQ(session.FileVersion, "4.01");
-    EXPECT_TRUE(session.FileName.ends_with("first.pz2"));
-    EXPECT_TRUE(session.FileModified);
-    EXPECT_FALSE(session.Options.chkChannels);
+    EXPECT_EQ(std::tie(session.View.Caption, session.FileVersion), std::tie(caption, "4.01"));
+    EXPECT_TRUE(session.FileName.ends_with("first.pz2") && session.FileModified && !session.Options.chkChannels);
     EXPECT_EQ(MaterialNames(0), (Strings{"other"}));
 
     // Import of a file without materials says so.
@@ -230,16 +218,14 @@ TEST_F(OpenFileTest, CommandLineTextNamesTheFile) {
     session.PoserFileKind = KindPZ2;
     OpenFile(session);
     EXPECT_TRUE(ui.fileRequests().empty() && !session.CommandLineOpen);
-    EXPECT_EQ(session.FileName, path);
-    EXPECT_EQ(session.Figures.size(), 2u);
+    EXPECT_EQ(std::tuple(session.FileName, session.Figures.size()), std::tuple(path, 2u));
 
     // "-s ": the path stands behind the switch; the reader leaves the writing to its caller.
     session.CommandLineOpen = true;
     session.CommandText = "-S " + path;
     OpenFile(session);
     EXPECT_TRUE(session.SilentConvert);
-    EXPECT_EQ(session.FileName, path);
-    EXPECT_EQ(session.OutputPath, "");
+    EXPECT_EQ(std::tie(session.FileName, session.OutputPath), std::tuple(path, ""));
 }
 
 TEST(AddFigureLine, PutsOwnersInFrontOfActorRows) {

@@ -245,8 +245,7 @@ TEST_P(PoseGolden, WritesExpectedBytes) {
     const std::string expected = ReadTestData(std::string("writer/") + GetParam().name + "/expected.pz2");
     EXPECT_EQ(home.read("out.pz2"), expected);
     EXPECT_EQ(w.session.PoserFileKind, KindPZ2);
-    EXPECT_FALSE(w.session.FileModified);
-    EXPECT_FALSE(FileExists(home.file("out.pz2.gelvane-tmp")));
+    EXPECT_FALSE(w.session.FileModified || FileExists(home.file("out.pz2.gelvane-tmp")));
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -280,10 +279,10 @@ TEST(PoseWriter, HairNamesChangeInTheModelAsWritten) {
     WriterSession w;
     LightsCameras(w.session);
     PoseText(w.session);
-    EXPECT_EQ(w.session.Figures[3].Name, "prop figureHair");   // the material blocks rename for good
-    EXPECT_EQ(w.session.Figures[0].Name, "prop figurehair_1"); // the closing section only writes the head
-    EXPECT_EQ(w.session.Actors[3].Name, "figureHair");
-    EXPECT_EQ(w.session.Actors[2].Name, "head");
+    // The material blocks rename for good; the closing section only writes the head.
+    EXPECT_EQ(std::tie(w.session.Figures[3].Name, w.session.Figures[0].Name),
+              std::tuple("prop figureHair", "prop figurehair_1"));
+    EXPECT_EQ(NamesOf(w.session.Actors), (Strings{"1", "MAIN_CAMERA", "head", "figureHair"}));
 
     WriterSession hair;
     hair.session.Figures = {MakeFigure("Long Hair", {WhiteMaterial("Strands")})};
@@ -328,9 +327,7 @@ TEST(PoseWriterFile, FailedWriteKeepsThePreviousFile) {
     w.session.OutputPath = target;
     EXPECT_EQ(FailureNumber([&] { WritePoseFile(w.session); }), ErrTypeMismatch);
     EXPECT_EQ(home.read("pose.pz2"), previous);
-    EXPECT_FALSE(FileExists(target + ".gelvane-tmp"));
-    EXPECT_TRUE(w.session.FileModified);
-    EXPECT_EQ(w.session.PoserFileKind, KindCR2);
+    EXPECT_TRUE(!FileExists(target + ".gelvane-tmp") && w.session.FileModified && w.session.PoserFileKind == KindCR2);
 
     // The same text with its flag clear is never read.
     w.session.Figures[0].Materials[0].bumpStrengthEnabled = false;
@@ -349,8 +346,7 @@ TEST(PoseWriterFile, UnwritableTargetsFailWithoutLeftovers) {
         EXPECT_THROW(WritePoseFile(w.session), Failure) << target;
         EXPECT_FALSE(FileExists(target + ".gelvane-tmp")) << target;
     }
-    EXPECT_EQ(home.read("folder/inside.txt"), "x");
-    EXPECT_EQ(home.read("plain-file"), "x");
+    EXPECT_EQ(home.read("folder/inside.txt") + home.read("plain-file"), "xx");
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(home.file("folder")), {}), 1);
 }
 

@@ -27,10 +27,7 @@ void MaterialPageTest::colourDialog() {
     ThumbnailCache thumbnails;
     QtInteraction ui(thumbnails);
     Session session(settings, ui);
-    Figure figure;
-    figure.Name = "figure";
-    figure.Materials[0].Name = "Skin";
-    session.Figures = {figure};
+    session.Figures = {Figure{"figure"}};
     session.cmbFigures = {"figure"};
     session.View.EnableMaterialControls();
     MaterialPage page(session, thumbnails);

@@ -4,8 +4,6 @@
 #include "gui/reports/ImportWindow.h"
 #include "support/QtSupport.h"
 
-#include <memory>
-
 using namespace gelvane;
 using namespace gelvane::test;
 

@@ -7,8 +7,6 @@
 #include "core/reports/HtmlReport.h"
 #include "support/QtSupport.h"
 
-#include <memory>
-
 using namespace gelvane;
 using namespace gelvane::test;
 
