@@ -1,11 +1,7 @@
 #include "core/app/Preferences.h"
 
-#include "core/model/Session.h"
 #include "core/platform/Paths.h"
-#include "support/ScriptedInteraction.h"
-#include "support/TestHome.h"
-
-#include <gtest/gtest.h>
+#include "support/SessionFixture.h"
 
 namespace gelvane {
 namespace {

@@ -2,15 +2,11 @@
 // what once went wrong with it: they open, give the channels listed, and give them again
 // when the written pose is read back.
 #include "core/model/Numbers.h"
-#include "core/model/Settings.h"
 #include "core/reader/MorphLoader.h"
 #include "core/reader/OpenFile.h"
 #include "core/writer/LineWriter.h"
 #include "core/writer/PoseWriter.h"
-#include "support/ScriptedInteraction.h"
-#include "support/TestHome.h"
-
-#include <gtest/gtest.h>
+#include "support/SessionFixture.h"
 
 namespace gelvane {
 namespace {
@@ -32,7 +28,7 @@ Dials DialsOf(const Session &session) {
     return dials;
 }
 
-struct Reader {
+struct Reader : test::TestSession {
     Reader() { settings.ReportTime = false; }
     // Opens `bytes` as a file of `kind` through the open dialog.
     void Open(int kind, const std::string &name, std::string_view bytes) {
@@ -46,9 +42,6 @@ struct Reader {
         return out.text();
     }
     test::TestHome home;
-    Settings settings;
-    test::ScriptedInteraction ui;
-    Session session{settings, ui};
 };
 
 struct ChannelCase {
@@ -130,8 +123,7 @@ TEST(ReaderCases, CustomMaterialCountsBeyondTheTextFailWithoutSizingArrays) {
         const std::string text = test::ReadTestData(std::string("reader/") + c.fixture);
         r.session.DialogFileName = r.home.write("figure.cr2", text);
         LoadMorphPoseData(r.session, c.singleActor, true, text);
-        ASSERT_EQ(r.ui.messages().size(), 1u);
-        EXPECT_EQ(r.ui.messages()[0].Title, c.failure);
+        EXPECT_EQ(test::Each(r.ui.messages(), &test::RecordedMessage::Title), std::vector<std::string>{c.failure});
         // Only the one material block that the text holds was read.
         EXPECT_LE(r.session.Figures.back().Materials.size(), 1u);
     }
