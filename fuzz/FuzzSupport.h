@@ -14,7 +14,8 @@ namespace gelvane::fuzz {
 
 class QuietInteraction : public Interaction {
 public:
-    MsgResult MessageBox(const std::string &, const std::string &, MsgIcon, MsgButtons buttons) override {
+    MsgResult MessageBox(const std::string &text, const std::string &, MsgIcon, MsgButtons buttons) override {
+        LastMessage = text;
         return buttons == MsgButtons::OK || buttons == MsgButtons::OKCancel ? MsgResult::OK : MsgResult::Yes;
     }
     std::optional<std::string> InputBox(const std::string &, const std::string &, const std::string &) override {
@@ -33,6 +34,8 @@ public:
     bool ProgressVisible() const override { return false; }
     void DoEvents() override {}
     bool ProgressCancelling() const override { return false; }
+
+    std::string LastMessage; // what a failing target shows beside its input
 };
 
 // The process's own state folder (GELVANE_HOME), made on first use.

@@ -25,11 +25,12 @@ std::string WriteModel(Session &session, bool p5, bool dos) {
 }
 
 // Opens the pose as the user would: from the file it was saved to.
-void OpenPose(Session &session, const std::string &text) {
+void OpenPose(Session &session, fuzz::QuietInteraction &ui, const std::string &text) {
     const std::string path =
         fuzz::WriteInput("written.pz2", reinterpret_cast<const uint8_t *>(text.data()), text.size());
     if (!OpenForCommand(session, path, FigureByName(""))) {
         std::fprintf(stderr, "A written pose failed to open:\n%s\n", text.c_str());
+        std::fprintf(stderr, "The message: %s\n", ui.LastMessage.c_str());
         std::abort();
     }
 }
@@ -51,13 +52,18 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     const std::string once = WriteModel(first, p5, dos);
 
     Session second(settings, ui);
-    OpenPose(second, once);
+    OpenPose(second, ui, once);
     const std::string twice = WriteModel(second, p5, dos);
     Session third(settings, ui);
-    OpenPose(third, twice);
+    OpenPose(third, ui, twice);
     // The object list takes the props in the reader's order, not the file's: each round
-    // may turn it round, so the figures are compared as a set.
+    // may turn it round, so the figures are compared as a set. Rows without materials
+    // (owners the reader met in an actor section) write nothing and are left out.
     const auto byName = [](std::vector<Figure> figures) {
+        std::erase_if(figures, [](const Figure &figure) {
+            return std::all_of(figure.Materials.begin(), figure.Materials.end(),
+                               [](const Material &m) { return m.Name.empty(); });
+        });
         std::stable_sort(figures.begin(), figures.end(),
                          [](const Figure &a, const Figure &b) { return a.Name < b.Name; });
         return figures;
@@ -67,8 +73,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
                      byName(third.Figures) != byName(second.Figures) ? "materials" : "actors", twice.c_str());
         for (const auto *s : {&second, &third})
             for (const Figure &figure : s->Figures)
-                std::fprintf(stderr, "%s figure '%s': %zu materials\n", s == &second ? "written" : "read",
-                             figure.Name.c_str(), figure.Materials.size());
+                std::fprintf(stderr, "%s figure '%s': %zu materials, the first '%s'\n",
+                             s == &second ? "written" : "read", figure.Name.c_str(), figure.Materials.size(),
+                             figure.Materials[0].Name.c_str());
         std::abort();
     }
     return 0;
