@@ -56,6 +56,7 @@ struct ChannelCase {
     const char *fixture;
     Dials dials;
     bool sameAfterWriting = true;
+    Dials written = {}; // what the written pose gives, when not the same
 };
 
 TEST(ReaderCases, ChannelsAreReadAndReadAgainFromTheWrittenPose) {
@@ -74,7 +75,11 @@ TEST(ReaderCases, ChannelsAreReadAndReadAgainFromTheWrittenPose) {
         // A channel without keys, read with its name line, behind which no mark is left.
         {"channel-without-keys-then-empty-actor.pz2", {"hip", "hip Bend 0 off", "chest"}},
         // An empty channels block holds no channel, not one made of the actor's own header.
-        {"empty-channels-block-read-as-a-channel.pz2", {"hair1", "hair1"}},
+        // (The props go out as empty blocks, which a pose passes over.)
+        {"empty-channels-block-read-as-a-channel.pz2",
+         {"hair1", "hair1", "hip:1", "hip:1 yrot 20 on"},
+         true,
+         {"hip:1", "hip:1 yrot 20 on"}},
     };
     for (const ChannelCase &c : cases) {
         SCOPED_TRACE(c.fixture);
@@ -88,7 +93,7 @@ TEST(ReaderCases, ChannelsAreReadAndReadAgainFromTheWrittenPose) {
         Reader again;
         again.Open(KindPZ2, "again.pz2", first.WrittenPose());
         ASSERT_FALSE(again.session.OpenFailed);
-        EXPECT_EQ(DialsOf(again.session), c.dials);
+        EXPECT_EQ(DialsOf(again.session), c.written.empty() ? c.dials : c.written);
     }
 }
 
