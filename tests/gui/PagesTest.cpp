@@ -192,6 +192,16 @@ void PagesTest::previewPanelShowsThumbnailOrNA() {
     panel.PreviewSelectedFile(QString::fromStdString(pose)); // no picture beside it
     const QImage na = pic->pixmap().toImage();
     QVERIFY(!na.isNull() && Centre(pic) != QColor(Qt::blue));
+    // A picture whose content is of another kind than its extension names shows "NA" too.
+    const std::string secret = home.write("secret.txt", "local text\n");
+    for (const std::string &hostile :
+         {home.write("mvg.png", "viewbox 0 0 8 8\nimage over 0,0 8,8 \"text:" + secret + "\"\n"),
+          home.write("svg.jpg", "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"8\" height=\"8\"/>\n"),
+          home.write("text.tif", "plain text\n")}) {
+        panel.PreviewSelectedFile(QString::fromStdString(hostile));
+        QCOMPARE(pic->pixmap().toImage(), na);
+        QVERIFY(!thumbnails.Contains(hostile, 1));
+    }
     // A folder changes nothing; unchecking empties the picture and stops previews.
     panel.PreviewSelectedFile(QString::fromStdString(home.path()));
     QCOMPARE(pic->pixmap().toImage(), na);

@@ -128,8 +128,8 @@ Settings LoadSettings(Interaction &ui, const PoserFinder &findPoser) {
     });
     const std::string workingPoser = IsExistingFolder(poser) ? poser : std::string();
 
-    for (const auto &[key, derived] : kDerived) {
-        IgnoringFailures([&] {
+    for (const auto &entry : kDerived) {
+        IgnoringFailures([&, key = entry.first, derived = entry.second] {
             const std::string value = read(kFolders, key);
             if (IsExistingFolder(value))
                 return;

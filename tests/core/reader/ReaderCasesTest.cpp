@@ -2,6 +2,8 @@
 // what once went wrong with it: they open, give the channels listed, and give them again
 // when the written pose is read back.
 #include "core/model/Numbers.h"
+#include "core/model/Settings.h"
+#include "core/model/Text.h"
 #include "core/reader/MorphLoader.h"
 #include "core/reader/OpenFile.h"
 #include "core/writer/LineWriter.h"
@@ -48,6 +50,7 @@ struct ChannelCase {
     const char *fixture;
     Dials dials;
     bool sameAfterWriting = true;
+    Dials written = {}; // what the written pose gives, when not the same
 };
 
 TEST(ReaderCases, ChannelsAreReadAndReadAgainFromTheWrittenPose) {
@@ -65,6 +68,12 @@ TEST(ReaderCases, ChannelsAreReadAndReadAgainFromTheWrittenPose) {
         {"channel-without-keys-before-keyed.pz2", {"lShldr:1", "lShldr:1 twisty 0 off", "lShldr:1 zrot 70 on"}},
         // A channel without keys, read with its name line, behind which no mark is left.
         {"channel-without-keys-then-empty-actor.pz2", {"hip", "hip Bend 0 off", "chest"}},
+        // An empty channels block holds no channel, not one made of the actor's own header.
+        // (The props go out as empty blocks, which a pose passes over.)
+        {"empty-channels-block-read-as-a-channel.pz2",
+         {"hair1", "hair1", "hip:1", "hip:1 yrot 20 on"},
+         true,
+         {"hip:1", "hip:1 yrot 20 on"}},
     };
     for (const ChannelCase &c : cases) {
         SCOPED_TRACE(c.fixture);
@@ -78,7 +87,23 @@ TEST(ReaderCases, ChannelsAreReadAndReadAgainFromTheWrittenPose) {
         Reader again;
         again.Open(KindPZ2, "again.pz2", first.WrittenPose());
         ASSERT_FALSE(again.session.OpenFailed);
-        EXPECT_EQ(DialsOf(again.session), c.dials);
+        EXPECT_EQ(DialsOf(again.session), c.written.empty() ? c.dials : c.written);
+    }
+}
+
+// A file with single line ends (Gelvane's own with the UNIX setting) reads as the same
+// file with "\r\n" does: the customMaterial of an actor survives writing and reading.
+TEST(ReaderCases, CustomMaterialSurvivesSingleLineEnds) {
+    std::string text = test::ReadTestData("reader/custom-material-lost-with-single-line-ends.pz2");
+    for (int round = 0; round < 3; ++round) {
+        SCOPED_TRACE(round);
+        Reader r;
+        r.Open(KindPZ2, "pose.pz2", round == 1 ? Replace(text, "\n", "\r") : text);
+        ASSERT_FALSE(r.session.OpenFailed);
+        ASSERT_EQ(r.session.Figures.size(), 1u);
+        EXPECT_EQ(r.session.Figures[0].Name, "lHand:1");
+        EXPECT_EQ(r.session.Figures[0].Materials[0].Name, "Nails");
+        text = r.WrittenPose();
     }
 }
 
