@@ -1,12 +1,11 @@
 #include "gui/AboutWindow.h"
 
 #include "core/platform/Interaction.h"
+#include "gui/AppIcon.h"
 
-#include <QApplication>
 #include <QGridLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QStyle>
 
 namespace gelvane {
 
@@ -19,12 +18,11 @@ constexpr int kVersionRevision = 0;
 AboutWindow::AboutWindow(QWidget *parent) : QDialog(parent) {
     setObjectName("frmAbout");
     setWindowTitle(QString("About ") + kProgramTitle);
+    setWindowIcon(AppIcon());
 
     auto *picIcon = new QLabel(this);
     picIcon->setObjectName("picIcon");
-    const QIcon icon = QApplication::windowIcon().isNull() ? style()->standardIcon(QStyle::SP_DesktopIcon)
-                                                           : QApplication::windowIcon();
-    picIcon->setPixmap(icon.pixmap(48, 48));
+    picIcon->setPixmap(AppIcon().pixmap(48, 48));
     picIcon->setAlignment(Qt::AlignTop);
 
     auto *lblTitle = new QLabel(kProgramTitle, this);

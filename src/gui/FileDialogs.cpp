@@ -8,6 +8,9 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGridLayout>
+#include <QHeaderView>
+#include <QScreen>
+#include <QTreeView>
 #include <QVBoxLayout>
 
 namespace gelvane {
@@ -106,6 +109,17 @@ void PreviewPanel::PreviewSelectedFile(const QString &path) {
     }
 }
 
+// Large enough to show the name, size, type and date columns, and never larger than the screen.
+static void SizeDialog(QFileDialog &dialog) {
+    dialog.setViewMode(QFileDialog::Detail);
+    QSize size(860, 540);
+    if (const QScreen *screen = dialog.screen())
+        size = size.boundedTo(screen->availableGeometry().size() - QSize(40, 60));
+    dialog.resize(size.expandedTo(dialog.minimumSizeHint()));
+    if (auto *files = dialog.findChild<QTreeView *>("treeView"))
+        files->header()->resizeSection(0, dialog.width() * 2 / 5);
+}
+
 std::optional<std::string> ShowFileDialog(QWidget *parent, const FileDialogRequest &request,
                                           ThumbnailCache &thumbnails) {
     QFileDialog dialog(parent, Local(request.Title));
@@ -140,6 +154,7 @@ std::optional<std::string> ShowFileDialog(QWidget *parent, const FileDialogReque
             grid->addWidget(panel, 1, grid->columnCount(), 1, 1, Qt::AlignTop);
         QObject::connect(&dialog, &QFileDialog::currentChanged, panel, &PreviewPanel::PreviewSelectedFile);
     }
+    SizeDialog(dialog);
 
     const bool accepted = dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty();
     if (request.Preview && !request.ForSave)
@@ -165,6 +180,7 @@ std::optional<std::string> ShowFolderDialog(QWidget *parent, const std::string &
     const QString folder = ExistingFolder(start);
     if (!folder.isEmpty())
         dialog.setDirectory(folder);
+    SizeDialog(dialog);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return std::nullopt;
     return Bytes(dialog.selectedFiles().first());

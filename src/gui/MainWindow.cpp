@@ -8,18 +8,25 @@
 #include "core/platform/Desktop.h"
 #include "core/platform/Interaction.h"
 #include "gui/AboutWindow.h"
+#include "gui/AppIcon.h"
+#include "gui/QtInteraction.h"
 #include "gui/SaveOptionsPage.h"
 #include "gui/WidgetText.h"
+#include "gui/app/SettingsWindow.h"
 #include "gui/channels/PosePage.h"
 #include "gui/materials/MaterialPage.h"
+#include "gui/materials/TemplatesWindow.h"
 #include "gui/reader/FigureWindow.h"
+#include "gui/reports/BatchConverterWindow.h"
 #include "gui/reports/FileInfoWindow.h"
+#include "gui/reports/ImportWindow.h"
 
 #include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QFile>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QScreen>
 #include <QTabWidget>
 #include <QUrl>
 
@@ -28,11 +35,16 @@ namespace gelvane {
 MainWindow::MainWindow(Session &session, Settings &settings, ThumbnailCache &thumbnails, QWidget *parent)
     : QMainWindow(parent), m_session(session), m_settings(settings), m_thumbnails(thumbnails) {
     setObjectName("frmMain");
+    setWindowIcon(AppIcon());
     setAcceptDrops(true);
     buildMenus();
     buildPages();
-    setWindowOpener("mnuFileInfo", [this](QWidget *owner) { ShowFileInfoWindow(m_session, m_thumbnails, owner); });
-    resize(760, 640);
+    addWindowOpeners();
+    // Room for every page at its natural size, within a 1024 x 768 screen and its frame.
+    QSize size(1000, 690);
+    if (const QScreen *shown = screen())
+        size = size.boundedTo(shown->availableGeometry().size() - QSize(24, 78));
+    resize(size.expandedTo(minimumSizeHint()));
     refreshFromSession();
 }
 
@@ -98,11 +110,11 @@ void MainWindow::buildMenus() {
     QMenu *mnuHelp = menuBar()->addMenu("&Help");
     mnuHelp->setObjectName("mnuHelp");
     connect(addEntry(mnuHelp, "mnuReadme", "License agreement", QKeySequence(Qt::Key_F1)), &QAction::triggered, this,
-            [] { OpenLicense(); });
+            [this] { OpenLicense(m_documentStarter); });
     connect(addEntry(mnuHelp, "mnuWebSite", "Online Help", QKeySequence(Qt::Key_F2)), &QAction::triggered, this,
-            [] { OpenWebSite(); });
+            [this] { OpenManual(m_documentStarter); });
     connect(addEntry(mnuHelp, "mnuVHistory", "Version History", QKeySequence(Qt::Key_F3)), &QAction::triggered, this,
-            [] { OpenVersionHistory(); });
+            [this] { OpenVersionHistory(m_documentStarter); });
     mnuHelp->addSeparator()->setObjectName("mnuEmpty2");
     connect(addEntry(mnuHelp, "mnuAbout", "About", QKeySequence("Ctrl+A")), &QAction::triggered, this, [this] {
         AboutWindow about(this);
@@ -133,9 +145,38 @@ void MainWindow::buildPages() {
     connect(m_materialPage, &MaterialPage::sessionChanged, this, &MainWindow::refreshFromSession);
 }
 
+void MainWindow::addWindowOpeners() {
+    setWindowOpener("mnuFileInfo", [this](QWidget *owner) { ShowFileInfoWindow(m_session, m_thumbnails, owner); });
+    setWindowOpener("mnuSelSets", [this](QWidget *owner) {
+        TemplatesWindow templates(m_session, owner);
+        templates.exec();
+    });
+    setWindowOpener("mnuPreferences", [this](QWidget *owner) {
+        SettingsWindow preferences(m_settings, m_session, owner);
+        preferences.exec();
+    });
+    setWindowOpener("mnuImport", [this](QWidget *owner) {
+        ShowImportWindow(m_session, owner, [this](Session &s) { ShowFigureWindow(s, this); });
+    });
+    setWindowOpener("mnuBatchConvert", [this](QWidget *owner) {
+        if (!m_batch) {
+            m_batch = new BatchConverterWindow(m_session, owner);
+            connect(m_batch, &BatchConverterWindow::sessionChanged, this, &MainWindow::refreshFromSession);
+        }
+        m_batch->show();
+        m_batch->raise();
+        m_batch->activateWindow();
+    });
+}
+
 void MainWindow::setWindowOpener(const QString &menuName, std::function<void(QWidget *)> opener) {
     m_openers[menuName] = std::move(opener);
     refreshMenus();
+}
+
+void MainWindow::UseInteraction(QtInteraction &ui) {
+    ui.setOwner(this);
+    ui.setBeforeMessage([this] { refreshFromSession(); });
 }
 
 void MainWindow::setFigureChooser(FigureChooser chooser) {

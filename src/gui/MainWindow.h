@@ -3,8 +3,10 @@
 // file on the window and the closing rules. Handlers call one core operation
 // on the session and redraw from it.
 #include "core/app/OpenCommands.h"
+#include "core/platform/Desktop.h"
 
 #include <QMainWindow>
+#include <QPointer>
 #include <functional>
 #include <map>
 
@@ -19,6 +21,8 @@ class ThumbnailCache;
 class MaterialPage;
 class PosePage;
 class SaveOptionsPage;
+class QtInteraction;
+class BatchConverterWindow;
 
 class MainWindow : public QMainWindow {
     Q_OBJECT
@@ -34,9 +38,14 @@ public:
     void DropFile(const std::string &path);
 
     // The windows that open from a menu entry, by the name of the entry (mnuSelSets,
-    // mnuImport, mnuFileInfo, mnuBatchConvert, mnuPreferences). An entry without one
-    // stays disabled.
+    // mnuImport, mnuFileInfo, mnuBatchConvert, mnuPreferences); each has the program's
+    // window until replaced. An entry without one stays disabled.
     void setWindowOpener(const QString &menuName, std::function<void(QWidget *owner)> opener);
+    // Makes `ui` show its dialogs over this window, and redraw the window from the session
+    // before each question, so that the user sees which file a question is about.
+    void UseInteraction(QtInteraction &ui);
+    // How the Help menu hands its documents to the desktop; tests replace it.
+    void setDocumentStarter(ProcessStarter starter) { m_documentStarter = std::move(starter); }
     // How a figure of a multi-figure file is chosen; frmFigure unless replaced.
     void setFigureChooser(FigureChooser chooser);
 
@@ -54,6 +63,7 @@ protected:
 private:
     void buildMenus();
     void buildPages();
+    void addWindowOpeners();
     QAction *addEntry(QMenu *menu, const QString &name, const QString &caption, const QKeySequence &shortcut = {});
     void tbsOptions_Click(int index);
     void mnuSave_Click();
@@ -71,6 +81,8 @@ private:
     std::map<QString, QAction *> m_entries;
     std::map<QString, std::function<void(QWidget *)>> m_openers;
     FigureChooser m_figureChooser;
+    ProcessStarter m_documentStarter = StartDetached;
+    QPointer<BatchConverterWindow> m_batch; // modeless: one at a time
 };
 
 } // namespace gelvane

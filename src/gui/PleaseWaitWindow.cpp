@@ -1,6 +1,7 @@
 #include "gui/PleaseWaitWindow.h"
 
 #include "core/platform/Interaction.h"
+#include "gui/PaintNow.h"
 
 #include <QCloseEvent>
 #include <QKeyEvent>
@@ -44,8 +45,12 @@ PleaseWaitWindow::PleaseWaitWindow(QWidget *owner) : QWidget(owner, Qt::Dialog) 
     setFocusPolicy(Qt::StrongFocus);
 }
 
+// Each change is painted at once: the operation that makes it lets events run only now and then.
 void PleaseWaitWindow::setStatus(const QString &text) {
+    if (text == m_lblPleaseWait->text())
+        return;
     m_lblPleaseWait->setText(text);
+    PaintNow(m_lblPleaseWait);
 }
 
 QString PleaseWaitWindow::status() const {
@@ -53,22 +58,32 @@ QString PleaseWaitWindow::status() const {
 }
 
 void PleaseWaitWindow::setDetail(const QString &text) {
+    if (text == m_lblFigure->text())
+        return;
     m_lblFigure->setText(text);
+    PaintNow(m_lblFigure);
 }
 
 void PleaseWaitWindow::setBarMaximum(int maximum) {
     m_ProgressBar1->setVisible(maximum >= 0);
     if (maximum >= 0)
         m_ProgressBar1->setMaximum(maximum);
+    PaintNow(this);
 }
 
 void PleaseWaitWindow::setBarValue(int value) {
-    m_ProgressBar1->setValue(std::min(value, m_ProgressBar1->maximum()));
+    value = std::min(value, m_ProgressBar1->maximum());
+    if (value == m_ProgressBar1->value())
+        return;
+    m_ProgressBar1->setValue(value);
+    PaintNow(m_ProgressBar1);
 }
 
 void PleaseWaitWindow::keyPressEvent(QKeyEvent *event) {
-    if (event->key() == Qt::Key_Escape)
+    if (event->key() == Qt::Key_Escape) {
         m_lblPleaseWait->setText(kCancelling);
+        PaintNow(m_lblPleaseWait);
+    }
     event->accept();
 }
 

@@ -2,6 +2,7 @@
 #include "gui/WidgetText.h"
 
 #include "gui/FileDialogs.h"
+#include "gui/PaintNow.h"
 #include "gui/PleaseWaitWindow.h"
 #include "gui/maps/ChoosePicWindow.h"
 
@@ -44,10 +45,21 @@ QtInteraction::~QtInteraction() {
     delete m_progress;
 }
 
-MsgResult QtInteraction::MessageBox(const std::string &text, const std::string &title, MsgIcon icon,
-                                    MsgButtons buttons) {
+void QtInteraction::BeforeQuestion() {
     if (m_beforeMessage)
         m_beforeMessage();
+    PaintNow(m_owner);
+}
+
+void QtInteraction::AfterQuestion() {
+    // The work goes on at once and the window system's redraw request waits for it, so the
+    // owner paints over the closed box itself.
+    PaintNow(m_owner);
+}
+
+MsgResult QtInteraction::MessageBox(const std::string &text, const std::string &title, MsgIcon icon,
+                                    MsgButtons buttons) {
+    BeforeQuestion();
     QString shown = Latin1(text);
     shown.replace("\r\n", "\n");
     QMessageBox box(QtIcon(icon), Latin1(title.empty() ? std::string(kProgramTitle) : title), shown,
@@ -67,7 +79,9 @@ MsgResult QtInteraction::MessageBox(const std::string &text, const std::string &
         box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
         break;
     }
-    switch (box.exec()) {
+    const int answer = box.exec();
+    AfterQuestion();
+    switch (answer) {
     case QMessageBox::Yes:
         return MsgResult::Yes;
     case QMessageBox::No:
@@ -84,36 +98,55 @@ MsgResult QtInteraction::MessageBox(const std::string &text, const std::string &
 
 std::optional<std::string> QtInteraction::InputBox(const std::string &prompt, const std::string &title,
                                                    const std::string &defaultText) {
+    BeforeQuestion();
     bool ok = false;
     const QString text = QInputDialog::getText(m_owner, Latin1(title.empty() ? std::string(kProgramTitle) : title),
                                                Latin1(prompt), QLineEdit::Normal, Latin1(defaultText), &ok);
+    AfterQuestion();
     if (!ok)
         return std::nullopt;
     return Bytes(text);
 }
 
 std::optional<std::string> QtInteraction::ChooseFile(const FileDialogRequest &request) {
-    return ShowFileDialog(m_owner, request, *m_thumbnails);
+    BeforeQuestion();
+    auto answer = ShowFileDialog(m_owner, request, *m_thumbnails);
+    AfterQuestion();
+    return answer;
 }
 
 std::optional<std::string> QtInteraction::ChooseFolder(const std::string &start, const std::string &title) {
-    return ShowFolderDialog(m_owner, start, title);
+    BeforeQuestion();
+    auto answer = ShowFolderDialog(m_owner, start, title);
+    AfterQuestion();
+    return answer;
 }
 
 std::optional<RgbColor> QtInteraction::ChooseColor(const RgbColor &initial) {
+    BeforeQuestion();
     const QColor chosen = QColorDialog::getColor(QColor(initial.Red, initial.Green, initial.Blue), m_owner);
+    AfterQuestion();
     if (!chosen.isValid())
         return std::nullopt;
     return RgbColor{chosen.red(), chosen.green(), chosen.blue()};
 }
 
 int QtInteraction::ChooseMap(const std::string &wanted, const std::vector<MapCandidate> &candidates) {
-    return ChoosePic(m_owner, *this, *m_thumbnails, wanted, candidates);
+    BeforeQuestion();
+    const int answer = ChoosePic(m_owner, *this, *m_thumbnails, wanted, candidates);
+    AfterQuestion();
+    return answer;
 }
 
 void QtInteraction::ProgressShow(const std::string &title, const std::string &status, int barMax) {
-    if (!m_progress)
+    // The window behind shows what the running command has done so far.
+    BeforeQuestion();
+    if (!m_progress) {
         m_progress = new PleaseWaitWindow(m_owner);
+        // Over the middle of the window it reports on, as a dialog comes up.
+        if (m_owner && m_owner->isVisible())
+            m_progress->move(m_owner->frameGeometry().center() - m_progress->rect().center());
+    }
     m_progress->setWindowTitle(Latin1(title));
     m_progress->setStatus(Latin1(status));
     m_progress->setBarMaximum(barMax);
@@ -121,6 +154,9 @@ void QtInteraction::ProgressShow(const std::string &title, const std::string &st
     m_progress->raise();
     m_progress->activateWindow();
     m_progress->setFocus();
+    // The operation that shows it may run a while before it lets events run.
+    WaitUntilMapped(m_progress);
+    PaintNow(m_progress);
 }
 
 void QtInteraction::ProgressStatus(const std::string &status) {

@@ -22,8 +22,9 @@ public:
     // The window that owns the dialogs; the progress window gives it the focus back.
     void setOwner(QWidget *owner) { m_owner = owner; }
     PleaseWaitWindow *progressWindow() const;
-    // Runs before a message box comes up, so that the window behind it shows
-    // what a running command has done so far (materials behind the channel question).
+    // Runs before a message box or any other question comes up, so that the window behind
+    // it shows what a running command has done so far (the caption and materials behind
+    // the channel question, the map choice or the folder chooser).
     void setBeforeMessage(std::function<void()> beforeMessage) { m_beforeMessage = std::move(beforeMessage); }
 
     MsgResult MessageBox(const std::string &text, const std::string &title, MsgIcon icon, MsgButtons buttons) override;
@@ -44,6 +45,11 @@ public:
     bool ProgressCancelling() const override;
 
 private:
+    // The owner is redrawn from the session and painted before a question or the progress
+    // window comes up, and painted again once a question is answered.
+    void BeforeQuestion();
+    void AfterQuestion();
+
     ThumbnailCache *m_thumbnails;
     QPointer<QWidget> m_owner;
     QPointer<PleaseWaitWindow> m_progress;

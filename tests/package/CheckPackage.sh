@@ -16,7 +16,10 @@ for path in /usr/bin/gelvane \
             /usr/share/applications/gelvane.desktop \
             /usr/share/mime/packages/gelvane.xml \
             /usr/share/icons/hicolor/scalable/apps/gelvane.svg \
-            /usr/share/doc/gelvane/README.md; do
+            /usr/share/doc/gelvane/README.md \
+            /usr/share/doc/gelvane/GVLLicense.txt \
+            /usr/share/doc/gelvane/VHistory.htm \
+            /usr/share/doc/gelvane/Manual.htm; do
     grep -qx "$path" "$work/contents" || { cat "$work/contents" >&2; fail "missing from the package: $path"; }
 done
 for kind in pose character prop hair camera face hand light; do

@@ -15,4 +15,12 @@ struct RunResult {
 // `args[0]` is the program's path; standard output and error are captured.
 RunResult RunProgram(const TestHome &home, const std::vector<std::string> &args);
 
+#ifdef GELVANE_EXECUTABLE
+// The built program with `args`.
+inline RunResult RunGelvane(const TestHome &home, std::vector<std::string> args) {
+    args.insert(args.begin(), GELVANE_EXECUTABLE);
+    return RunProgram(home, args);
+}
+#endif
+
 } // namespace gelvane::test

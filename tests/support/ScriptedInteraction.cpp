@@ -13,12 +13,8 @@ ScriptedInteraction::~ScriptedInteraction() {
 void ScriptedInteraction::checkAllUsed() {
     const size_t left =
         m_answers.size() + m_inputs.size() + m_files.size() + m_folders.size() + m_colors.size() + m_mapChoices.size();
-    if (left == 0)
-        return;
-    m_fail(std::to_string(left) + " scripted answer(s) left unused: " + std::to_string(m_answers.size()) +
-           " message box, " + std::to_string(m_inputs.size()) + " input, " + std::to_string(m_files.size()) +
-           " file, " + std::to_string(m_folders.size()) + " folder, " + std::to_string(m_colors.size()) + " colour, " +
-           std::to_string(m_mapChoices.size()) + " map choice");
+    if (left > 0)
+        m_fail(std::to_string(left) + " scripted answer(s) left unused");
     m_answers.clear();
     m_inputs.clear();
     m_files.clear();
@@ -73,8 +69,7 @@ int ScriptedInteraction::ChooseMap(const std::string &wanted, const std::vector<
 }
 
 void ScriptedInteraction::ProgressShow(const std::string &, const std::string &status, int) {
-    m_visible = true;
-    m_progressShown = true;
+    m_visible = m_progressShown = true;
     ProgressStatus(status);
 }
 
@@ -82,10 +77,6 @@ void ScriptedInteraction::ProgressStatus(const std::string &status) {
     m_status = status;
     m_statusLines.push_back(status);
 }
-
-void ScriptedInteraction::ProgressDetail(const std::string &) {}
-void ScriptedInteraction::ProgressMax(int) {}
-void ScriptedInteraction::ProgressValue(int) {}
 
 void ScriptedInteraction::ProgressClose() {
     m_visible = false;

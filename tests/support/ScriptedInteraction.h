@@ -8,6 +8,7 @@
 #include <deque>
 #include <functional>
 #include <optional>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -18,7 +19,13 @@ struct RecordedMessage {
     std::string Title;
     MsgIcon Icon;
     MsgButtons Buttons;
+    bool operator==(const RecordedMessage &) const = default;
 };
+
+inline std::ostream &operator<<(std::ostream &out, const RecordedMessage &m) {
+    return out << '"' << m.Text << "\" \"" << m.Title << "\" icon " << static_cast<int>(m.Icon) << " buttons "
+               << static_cast<int>(m.Buttons);
+}
 
 class ScriptedInteraction : public Interaction {
 public:
@@ -62,9 +69,9 @@ public:
     int ChooseMap(const std::string &wanted, const std::vector<MapCandidate> &candidates) override;
     void ProgressShow(const std::string &title, const std::string &status, int barMax) override;
     void ProgressStatus(const std::string &status) override;
-    void ProgressDetail(const std::string &detail) override;
-    void ProgressMax(int barMax) override;
-    void ProgressValue(int value) override;
+    void ProgressDetail(const std::string &) override {}
+    void ProgressMax(int) override {}
+    void ProgressValue(int) override {}
     void ProgressClose() override;
     bool ProgressVisible() const override { return m_visible; }
     void DoEvents() override;

@@ -15,20 +15,12 @@ TestHome::TestHome() {
     if (!mkdtemp(tmpl.data()))
         throw std::runtime_error("mkdtemp failed");
     m_path = tmpl;
-    if (const char *old = std::getenv("GELVANE_HOME")) {
-        m_hadHome = true;
-        m_oldHome = old;
-    }
-    setenv("GELVANE_HOME", m_path.c_str(), 1);
+    m_home.emplace("GELVANE_HOME", m_path);
 }
 
 TestHome::~TestHome() {
     std::error_code ec;
     fs::remove_all(m_path, ec);
-    if (m_hadHome)
-        setenv("GELVANE_HOME", m_oldHome.c_str(), 1);
-    else
-        unsetenv("GELVANE_HOME");
 }
 
 std::string TestHome::write(std::string_view relative, std::string_view bytes) const {

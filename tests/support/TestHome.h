@@ -1,5 +1,8 @@
 #pragma once
 // A temporary state folder (GELVANE_HOME) and scratch space, removed at the end.
+#include "support/ScopedEnv.h"
+
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -20,8 +23,7 @@ public:
 
 private:
     std::string m_path;
-    std::string m_oldHome;
-    bool m_hadHome = false;
+    std::optional<ScopedEnv> m_home;
 };
 
 // The bytes of a file under tests/data.

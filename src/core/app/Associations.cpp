@@ -4,6 +4,7 @@
 #include "core/model/Text.h"
 #include "core/platform/Desktop.h"
 #include "core/platform/Failure.h"
+#include "core/platform/OutputFile.h"
 #include "core/platform/Paths.h"
 #include "core/platform/Process.h"
 

@@ -7,6 +7,7 @@
 #include "core/model/Session.h"
 #include "core/model/Text.h"
 #include "core/platform/Interaction.h"
+#include "core/platform/OutputFile.h"
 #include "core/platform/Paths.h"
 
 namespace gelvane {
@@ -106,7 +107,8 @@ void chkThumbMain_Click(const PreferencesForm &form, const Settings &s, Interact
         ui.MessageBox(std::string("Changes will take effect the next") + "\r\n" + "time you start Gelvane.");
 }
 
-void cmdOK_Click(const PreferencesForm &form, Settings &s, ViewState &view, const AssociationCalls &calls) {
+void cmdOK_Click(const PreferencesForm &form, Settings &s, ViewState &view, const AssociationCalls &calls,
+                 Interaction &ui) {
     for (size_t i = 0; i < FolderRows().size(); ++i)
         if (!form.TXT[i].empty() && form.TXT[i] != "none")
             // A typed Poser folder ("~/...", a separator at the end) is stored as loading
@@ -141,7 +143,12 @@ void cmdOK_Click(const PreferencesForm &form, Settings &s, ViewState &view, cons
     if (!form.cmbTemplate.empty() && form.cmbTemplateIndex >= 0 &&
         form.cmbTemplateIndex < static_cast<int>(form.cmbTemplate.size()))
         s.DefaultTemplate = form.cmbTemplate[static_cast<size_t>(form.cmbTemplateIndex)];
-    SaveSettings(s);
+    try {
+        SaveSettings(s);
+    } catch (const SaveFailure &failure) {
+        ui.MessageBox(failure.Description + "\r\n" + "The preferences hold until Gelvane is closed.", kProgramTitle,
+                      MsgIcon::Exclamation);
+    }
     if (!s.PoserFolder.empty() && s.PoserFolder != "none")
         view.mnuPoserEnabled = true;
 }

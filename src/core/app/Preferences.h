@@ -72,7 +72,9 @@ void Browse_Click(PreferencesForm &form, int row, const Settings &settings, Inte
 // The main-window thumbnail box changed: a notice when it differs from the setting.
 void chkThumbMain_Click(const PreferencesForm &form, const Settings &settings, Interaction &ui);
 // OK: stores the form into `settings`, runs the associations that changed, writes
-// Settings.ini whole, and enables "Run Poser" when Poser's folder is set.
-void cmdOK_Click(const PreferencesForm &form, Settings &settings, ViewState &view, const AssociationCalls &calls);
+// Settings.ini whole, and enables "Run Poser" when Poser's folder is set. A file that
+// can't be written is said in a box; the settings then hold for this run only.
+void cmdOK_Click(const PreferencesForm &form, Settings &settings, ViewState &view, const AssociationCalls &calls,
+                 Interaction &ui);
 
 } // namespace gelvane

@@ -3,6 +3,7 @@
 #include "core/model/Session.h"
 #include "core/model/Settings.h"
 #include "core/platform/Interaction.h"
+#include "core/platform/OutputFile.h"
 #include "core/platform/Paths.h"
 #include "core/writer/MtlExport.h"
 #include "core/writer/PoseWriter.h"
@@ -11,21 +12,24 @@ namespace gelvane {
 
 namespace {
 
-// Runs a write; any failure ends it quietly, as the save commands do.
-template <class Write> SaveResult Quietly(Write &&write) {
+// Runs a write. A file that can't be saved is said in a box, since the user would
+// otherwise take the old file for the new one; the writer's other failures end it quietly.
+template <class Write> SaveResult Quietly(Session &session, Write &&write) {
     try {
         write();
         return SaveResult::Saved;
+    } catch (const SaveFailure &failure) {
+        session.ui().MessageBox(failure.Description, kProgramTitle, MsgIcon::Exclamation);
     } catch (...) {
-        return SaveResult::Failed;
     }
+    return SaveResult::Failed;
 }
 
 } // namespace
 
 SaveResult mnuSave_Click(Session &session) {
     session.OutputPath = session.FileName;
-    return Quietly([&] { WritePoseFile(session); });
+    return Quietly(session, [&] { WritePoseFile(session); });
 }
 
 SaveResult mnuSaveAs_Click(Session &session) {
@@ -46,7 +50,7 @@ SaveResult mnuSaveAs_Click(Session &session) {
     SaveResult result = SaveResult::Cancelled;
     if (chosen) {
         session.OutputPath = *chosen;
-        result = Quietly([&] { WritePoseFile(session); });
+        result = Quietly(session, [&] { WritePoseFile(session); });
     }
     if (result != SaveResult::Saved) {
         // The dialog points at the open file again.
@@ -73,7 +77,7 @@ SaveResult mnuExportMTL_Click(Session &session) {
     SaveResult result = SaveResult::Cancelled;
     if (chosen) {
         session.OutputPath = *chosen;
-        result = Quietly([&] { WriteMtlFile(session, *chosen); });
+        result = Quietly(session, [&] { WriteMtlFile(session, *chosen); });
     }
     // A later Save writes to the pose file again.
     session.OutputPath = session.FileName;

@@ -4,6 +4,7 @@
 #include "core/model/Text.h"
 #include "core/platform/FileVersion.h"
 #include "core/platform/Interaction.h"
+#include "core/platform/OutputFile.h"
 #include "core/platform/Paths.h"
 #include "core/platform/ProfileFile.h"
 
@@ -127,8 +128,8 @@ Settings LoadSettings(Interaction &ui, const PoserFinder &findPoser) {
     });
     const std::string workingPoser = IsExistingFolder(poser) ? poser : std::string();
 
-    for (const auto &[key, derived] : kDerived) {
-        IgnoringFailures([&] {
+    for (const auto &entry : kDerived) {
+        IgnoringFailures([&, key = entry.first, derived = entry.second] {
             const std::string value = read(kFolders, key);
             if (IsExistingFolder(value))
                 return;
@@ -225,8 +226,12 @@ Settings LoadSettings(Interaction &ui, const PoserFinder &findPoser) {
 
 void SaveSettings(const Settings &s) {
     const std::string file = SettingsFilePath();
+    // One save of the whole file: it is written completely or not at all.
+    std::string text = ReadProfileText(file);
     const auto write = [&](const char *section, const char *key, const std::string &value) {
-        WriteIni(section, key, value, file, false);
+        const std::string_view keyView(key), valueView(value);
+        if (std::optional<std::string> changed = SetProfileString(text, section, &keyView, &valueView))
+            text = std::move(*changed);
     };
     write(kFolders, "CR2", s.CR2Folder);
     write(kFolders, "PZ2", s.PZ2Folder);
@@ -253,6 +258,7 @@ void SaveSettings(const Settings &s) {
     write(kGeneral, "DisableProperties", BoolText(s.DisableProperties));
     write(kGeneral, "SaveAsType", s.SaveAsP4 ? "P4" : "P5");
     write(kGeneral, "FileSystem", s.FileSystemDOS ? "DOS" : "UNIX");
+    WriteFileAtomic(file, text);
 }
 
 } // namespace gelvane

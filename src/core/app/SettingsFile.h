@@ -40,7 +40,8 @@ Settings LoadSettings(Interaction &ui);
 // found, the folder chooser asks.
 Settings LoadSettings(Interaction &ui, const PoserFinder &findPoser);
 
-// Writes every setting back, in the fixed order of the file.
+// Writes every setting back, in the fixed order of the file; a SaveFailure leaves
+// the file as it was.
 void SaveSettings(const Settings &settings);
 
 } // namespace gelvane

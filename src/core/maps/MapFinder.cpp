@@ -6,6 +6,7 @@
 #include "core/model/Text.h"
 #include "core/platform/Failure.h"
 #include "core/platform/Interaction.h"
+#include "core/platform/OutputFile.h"
 #include "core/platform/Paths.h"
 
 #include <algorithm>

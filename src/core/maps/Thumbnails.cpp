@@ -3,6 +3,7 @@
 #include "core/model/Numbers.h"
 #include "core/model/Session.h"
 #include "core/model/Text.h"
+#include "core/platform/Failure.h"
 #include "core/platform/Paths.h"
 
 #include <Magick++.h>
@@ -12,21 +13,54 @@
 #include <cmath>
 #include <cstdlib>
 #include <mutex>
+#include <utility>
 
 namespace gelvane {
 
 namespace {
 
-void EnsureMagick() {
-    static std::once_flag once;
-    std::call_once(once, [] { Magick::InitializeMagick(nullptr); });
+// The texture formats the program reads, by extension, and the image library's coder
+// for each. ".bum" and ".rle" files are Windows bitmaps under other names.
+constexpr std::pair<std::string_view, std::string_view> kPictureCoders[] = {
+    {"jpg", "JPEG"}, {"jpeg", "JPEG"}, {"bmp", "BMP"}, {"bum", "BMP"}, {"rle", "BMP"},  {"tif", "TIFF"},
+    {"tiff", "TIFF"}, {"gif", "GIF"},  {"png", "PNG"}, {"pcx", "PCX"}, {"pgm", "PGM"},  {"pict", "PICT"},
+    {"psd", "PSD"},  {"tga", "TGA"},   {"wmf", "WMF"},
+};
+
+// Every coder of the image library is closed for the whole process except the ones
+// above; JPEG writes the report's pictures. No delegate programs, filters or "@" lists.
+// Together with the explicit coder of each read, no file can make the library read
+// or fetch anything else (MVG, SVG, MSL, TEXT, URL, EPHEMERAL and the like).
+bool RestrictCoders() {
+    std::string allowed;
+    for (const auto &[ext, coder] : kPictureCoders)
+        if (allowed.find(std::string(coder) + ",") == std::string::npos)
+            allowed += std::string(coder) + ",";
+    allowed.pop_back();
+    const std::string policy = "<policymap>"
+                               "<policy domain=\"coder\" rights=\"none\" pattern=\"*\"/>"
+                               "<policy domain=\"coder\" rights=\"read|write\" pattern=\"{" +
+                               allowed +
+                               "}\"/>"
+                               "<policy domain=\"delegate\" rights=\"none\" pattern=\"*\"/>"
+                               "<policy domain=\"filter\" rights=\"none\" pattern=\"*\"/>"
+                               "<policy domain=\"path\" rights=\"none\" pattern=\"@*\"/>"
+                               "</policymap>";
+    MagickCore::ExceptionInfo *exception = MagickCore::AcquireExceptionInfo();
+    const bool set = MagickCore::SetMagickSecurityPolicy(policy.c_str(), exception) != MagickCore::MagickFalse;
+    MagickCore::DestroyExceptionInfo(exception);
+    return set;
 }
 
-std::string ExtensionOf(std::string_view path) {
-    const size_t dot = path.rfind('.');
-    if (dot == std::string_view::npos)
-        return {};
-    return LCase(path.substr(dot + 1));
+// True once the library runs under the restricted policy; without it nothing is decoded.
+bool EnsureMagick() {
+    static std::once_flag once;
+    static bool restricted = false;
+    std::call_once(once, [] {
+        Magick::InitializeMagick(nullptr);
+        restricted = RestrictCoders();
+    });
+    return restricted;
 }
 
 // Pictures were measured in hundredths of a millimetre at 96 pixels an inch.
@@ -36,29 +70,24 @@ long LogicalUnits(int pixels) {
 
 constexpr double kUnitsPerPixel = 26.45864661654;
 
-bool ReadInto(Magick::Image &image, const std::string &source) {
-    try {
-        image.read(source);
-    } catch (const std::exception &) {
-        return false;
-    }
-    return image.columns() > 0 && image.rows() > 0;
-}
-
 Thumbnail ToRgb(Magick::Image &image) {
     if (image.colorSpace() == Magick::CMYKColorspace)
         image.colorSpace(Magick::sRGBColorspace);
-    if (image.matte()) {
-        // Transparent parts show the black of the surface.
-        Magick::Image black(Magick::Geometry(image.columns(), image.rows()), Magick::Color("black"));
-        black.composite(image, 0, 0, Magick::OverCompositeOp);
-        image = black;
-    }
     Thumbnail out;
     out.Width = static_cast<int>(image.columns());
     out.Height = static_cast<int>(image.rows());
-    out.Rgb.resize(static_cast<size_t>(out.Width) * out.Height * 3);
-    image.write(0, 0, out.Width, out.Height, "RGB", Magick::CharPixel, out.Rgb.data());
+    const size_t pixels = static_cast<size_t>(out.Width) * out.Height;
+    out.Rgb.resize(pixels * 3);
+    if (!image.matte()) {
+        image.write(0, 0, out.Width, out.Height, "RGB", Magick::CharPixel, out.Rgb.data());
+        return out;
+    }
+    // Transparent parts show the black of the surface.
+    std::vector<uint8_t> rgba(pixels * 4);
+    image.write(0, 0, out.Width, out.Height, "RGBA", Magick::CharPixel, rgba.data());
+    for (size_t i = 0; i < pixels; ++i)
+        for (size_t c = 0; c < 3; ++c)
+            out.Rgb[i * 3 + c] = static_cast<uint8_t>((rgba[i * 4 + c] * rgba[i * 4 + 3] + 127) / 255);
     return out;
 }
 
@@ -182,20 +211,38 @@ void DrawWord(Thumbnail &t, std::string_view word, int scale, uint8_t grey) {
 
 } // namespace
 
+std::string_view PictureCoder(std::string_view path) {
+    const size_t dot = path.rfind('.');
+    const size_t slash = path.find_last_of("/\\");
+    if (dot == std::string_view::npos || (slash != std::string_view::npos && slash > dot))
+        return {};
+    const std::string ext = LCase(path.substr(dot + 1));
+    for (const auto &[known, coder] : kPictureCoders)
+        if (ext == known)
+            return coder;
+    return {};
+}
+
 std::optional<DecodedPicture> DecodePicture(const std::string &path, bool reduceLargeJpeg) {
     const auto resolved = ResolvePath(path);
     if (!resolved || !FileExists(*resolved))
         return std::nullopt;
-    EnsureMagick();
-    const std::string ext = ExtensionOf(*resolved);
+    const std::string coder(PictureCoder(*resolved));
+    if (coder.empty() || !EnsureMagick())
+        return std::nullopt;
     try {
+        // The bytes go to the coder as they are: the library never sees the file name,
+        // so neither a prefix nor a frame suffix in it can choose anything.
+        const std::string bytes = ReadFileBytes(*resolved);
+        const Magick::Blob blob(bytes.data(), bytes.size());
         DecodedPicture out;
         std::string hint;
-        if ((ext == "jpg" || ext == "jpeg") && reduceLargeJpeg) {
+        if (coder == "JPEG" && reduceLargeJpeg) {
             Magick::Image header;
             header.quiet(true);
+            header.magick(coder);
             try {
-                header.ping(*resolved);
+                header.ping(blob);
             } catch (const std::exception &) {
                 return std::nullopt;
             }
@@ -205,18 +252,14 @@ std::optional<DecodedPicture> DecodePicture(const std::string &path, bool reduce
                 hint = std::to_string(kThumbJpegHintPixels / 2) + "x" + std::to_string(kThumbJpegHintPixels / 2);
         }
         Magick::Image image;
-        // Each attempt starts from a fresh image, so a failed one leaves nothing behind.
-        const auto attempt = [&](const std::string &source) {
-            image = Magick::Image();
-            image.quiet(true);
-            image.subImage(0); // the first frame or layer (a PSD's composite) is enough
-            image.subRange(1);
-            if (!hint.empty())
-                image.defineValue("jpeg", "size", hint);
-            return ReadInto(image, source);
-        };
-        // Bump files are bitmaps by content; fall back on sniffing if one isn't.
-        if (!(ext == "bum" && attempt("BMP:" + *resolved)) && !attempt(*resolved))
+        image.quiet(true);
+        image.magick(coder);
+        image.subImage(0); // the first frame or layer (a PSD's composite) is enough
+        image.subRange(1);
+        if (!hint.empty())
+            image.defineValue("jpeg", "size", hint);
+        image.read(blob);
+        if (image.columns() == 0 || image.rows() == 0)
             return std::nullopt;
         if (out.Width == 0) {
             out.Width = static_cast<int>(image.columns());
@@ -267,7 +310,8 @@ std::string ThumbDimensions(int widthPixels, int heightPixels) {
 }
 
 std::string EncodeJpeg(const Thumbnail &picture, int quality) {
-    EnsureMagick();
+    if (!EnsureMagick())
+        throw Failure(ErrInvalidPicture, DescribeError(ErrInvalidPicture));
     Magick::Image image(static_cast<size_t>(picture.Width), static_cast<size_t>(picture.Height), "RGB",
                         Magick::CharPixel, picture.Rgb.data());
     image.magick("JPEG");

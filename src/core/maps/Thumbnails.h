@@ -51,8 +51,13 @@ struct ThumbInfoRecord {
     std::string Dimensions;
 };
 
-// Decodes any picture format the image library reads; Poser's ".bum" bump files
-// are Windows bitmaps under another extension. Nothing when undecodable.
+// The image library's coder for a texture file, chosen by the name's extension alone
+// ("PNG" for ".png", "BMP" for Poser's ".bum" bump files); empty for any other name.
+std::string_view PictureCoder(std::string_view path);
+
+// Decodes a texture file with the coder its extension selects, and with no other:
+// content of another format, or a name that selects none, decodes to nothing. The
+// first call closes every other coder of the image library for the whole process.
 // `reduceLargeJpeg` lets big JPEGs decode at about the thumbnail's size.
 std::optional<DecodedPicture> DecodePicture(const std::string &path, bool reduceLargeJpeg = true);
 

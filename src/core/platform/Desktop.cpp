@@ -92,11 +92,13 @@ void OpenDocument(const std::string &target, const ProcessStarter &start) {
     start({"xdg-open", target}, nullptr);
 }
 
-// Beside the executable, or where an installed package keeps its documents.
 std::string DocumentPath(const std::string &name) {
     const std::string beside = JoinPath(ExecutableFolder(), name);
-    const std::string installed = JoinPath(ExecutableFolder(), "../share/doc/gelvane/" + name);
-    return !FileExists(beside) && FileExists(installed) ? installed : beside;
+    for (const std::string &candidate :
+         {beside, JoinPath(ExecutableFolder(), "../share/doc/gelvane/" + name), JoinPath(GELVANE_SOURCE_DOCS, name)})
+        if (FileExists(candidate))
+            return candidate;
+    return beside;
 }
 
 void OpenLicense(const ProcessStarter &start) {
@@ -107,8 +109,8 @@ void OpenVersionHistory(const ProcessStarter &start) {
     OpenDocument(DocumentPath("VHistory.htm"), start);
 }
 
-void OpenWebSite(const ProcessStarter &start) {
-    OpenDocument(kHomePage, start);
+void OpenManual(const ProcessStarter &start) {
+    OpenDocument(DocumentPath("Manual.htm"), start);
 }
 
 void RunPoser(const std::string &poserFolder, Interaction &ui, const ProcessStarter &start) {

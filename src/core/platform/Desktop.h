@@ -24,14 +24,15 @@ std::string FindOnPath(const std::string &name);
 void OpenDocument(const std::string &target, const ProcessStarter &start = StartDetached);
 
 // The path of one of the program's documents: beside the executable, else in the
-// installed package's documents folder (../share/doc/gelvane).
+// installed package's documents folder (../share/doc/gelvane), else in the source
+// tree's docs folder of a build that runs where it was built. Beside the executable
+// when none has it.
 std::string DocumentPath(const std::string &name);
 
-// The Help menu's documents and the home page.
+// The Help menu's documents: the licence, the version history and the manual.
 void OpenLicense(const ProcessStarter &start = StartDetached);
 void OpenVersionHistory(const ProcessStarter &start = StartDetached);
-void OpenWebSite(const ProcessStarter &start = StartDetached);
-inline constexpr const char *kHomePage = "https://gelvane.example.org/GVLHome/";
+void OpenManual(const ProcessStarter &start = StartDetached);
 
 // Starts Poser.exe of `poserFolder` through wine and doesn't wait. Without the file,
 // or without wine to run it, says "Poser executable could not be found in" + the folder.

@@ -14,6 +14,8 @@ std::string DescribeError(int number) {
         return "Type mismatch";
     case ErrFileNotFound:
         return "File not found";
+    case ErrDiskFull:
+        return "Disk full";
     case ErrInputPastEnd:
         return "Input past end of file";
     case ErrPermissionDenied:

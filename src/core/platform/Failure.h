@@ -12,6 +12,7 @@ enum ErrorNumber : int {
     ErrSubscript = 9,         // "Subscript out of range"
     ErrTypeMismatch = 13,     // "Type mismatch"
     ErrFileNotFound = 53,     // "File not found"
+    ErrDiskFull = 61,         // "Disk full"
     ErrInputPastEnd = 62,     // "Input past end of file"
     ErrPermissionDenied = 70, // "Permission denied"
     ErrPathFileAccess = 75,   // "Path/File access error"

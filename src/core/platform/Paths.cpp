@@ -285,34 +285,6 @@ uint64_t FileSize(std::string_view path) {
     return size;
 }
 
-void WriteFileAtomic(std::string_view path, std::string_view bytes) {
-    // Keep the on-disk spelling of an existing target; otherwise resolve its folder.
-    std::string target(path);
-    if (auto real = ResolvePath(path))
-        target = *real;
-    else if (auto folder = ResolveFolder(FolderPart(path)); folder && !FolderPart(path).empty())
-        target = JoinPath(*folder, FileNamePart(path));
-    const std::string temp = target + ".gelvane-tmp";
-    {
-        std::ofstream out(temp, std::ios::binary | std::ios::trunc);
-        if (!out)
-            Fail(ErrPathFileAccess);
-        out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-        out.flush();
-        if (!out) {
-            out.close();
-            std::remove(temp.c_str());
-            Fail(ErrPathFileAccess);
-        }
-    }
-    std::error_code ec;
-    fs::rename(temp, target, ec);
-    if (ec) {
-        fs::remove(temp, ec);
-        Fail(ErrPathFileAccess);
-    }
-}
-
 bool CreateFolder(std::string_view path) {
     std::error_code ec;
     return fs::create_directory(std::string(path), ec) || fs::is_directory(std::string(path), ec);

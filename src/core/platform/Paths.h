@@ -44,9 +44,6 @@ std::string ReadFileBytes(std::string_view path);
 std::string ReadFileRange(std::string_view path, uint64_t offset, uint64_t count);
 // Size in bytes; a missing file is the failure "File not found" (53).
 uint64_t FileSize(std::string_view path);
-// Writes beside the target and renames over it, so a failure leaves the old file intact.
-// Failure "Path/File access error" (75) when it can't be written.
-void WriteFileAtomic(std::string_view path, std::string_view bytes);
 bool CreateFolder(std::string_view path);
 
 // The folder of the running executable.

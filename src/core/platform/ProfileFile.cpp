@@ -2,8 +2,10 @@
 
 #include "core/platform/AsciiCase.h"
 #include "core/platform/Failure.h"
+#include "core/platform/OutputFile.h"
 #include "core/platform/Paths.h"
 
+#include <optional>
 #include <vector>
 
 namespace gelvane {
@@ -119,16 +121,16 @@ std::string ReadProfileString(std::string_view section, std::string_view key, st
     return result;
 }
 
-bool WriteProfileString(std::string_view section, const std::string_view *key, const std::string_view *value,
-                        std::string_view fileName) {
-    std::vector<std::string> lines = SplitLines(LoadFile(fileName));
+std::optional<std::string> SetProfileString(std::string_view text, std::string_view section,
+                                            const std::string_view *key, const std::string_view *value) {
+    std::vector<std::string> lines = SplitLines(text);
     const SectionSpan span = FindSection(lines, section);
     if (!key) {
         if (span.found)
             lines.erase(lines.begin() + static_cast<long>(span.header), lines.begin() + static_cast<long>(span.end));
     } else if (!span.found) {
         if (!value)
-            return true;
+            return std::nullopt;
         lines.push_back("[" + std::string(section) + "]");
         lines.push_back(std::string(*key) + "=" + std::string(*value));
     } else {
@@ -151,8 +153,20 @@ bool WriteProfileString(std::string_view section, const std::string_view *key, c
         bytes += line;
         bytes += "\r\n";
     }
+    return bytes;
+}
+
+std::string ReadProfileText(std::string_view fileName) {
+    return LoadFile(fileName);
+}
+
+bool WriteProfileString(std::string_view section, const std::string_view *key, const std::string_view *value,
+                        std::string_view fileName) {
+    const std::optional<std::string> bytes = SetProfileString(LoadFile(fileName), section, key, value);
+    if (!bytes)
+        return true;
     try {
-        WriteFileAtomic(fileName, bytes);
+        WriteFileAtomic(fileName, *bytes);
     } catch (const Failure &) {
         return false;
     }

@@ -646,6 +646,10 @@ ChannelsResult ReadChannels(Session &session, Scan &scan, size_t actorIndex, Pos
         const Pos close = open != 0 ? scan.MatchingClose(open) : 0;
         if (close != 0 && close < limit)
             limit = close;
+        // An empty block holds no channel: the first round would take the actor's own
+        // header in front of it for one, and the pose written from that doesn't open.
+        if (close > open && text.substr(open, close - 1 - open).find_first_not_of(" \t\n") == std::string_view::npos)
+            return ChannelsResult::Done;
     }
     bool first = true;
     std::unique_ptr<NeedleIndex> index;

@@ -307,21 +307,31 @@ void OpenRun::ReadWholeFile() {
     text = source.All();
     step = 34;
     // One pass for both: carriage returns made line feeds, and the blanks and tabs that
-    // then follow a line feed dropped.
+    // then follow a line feed dropped. A single line end (a lone line feed or carriage
+    // return, as the UNIX setting writes) becomes two line feeds, as "\r\n" does: the
+    // cuts below count on two characters behind each line, and a file must read the same
+    // whichever line ends it was saved with.
     {
-        char *data = text.data();
+        std::string out;
+        out.reserve(text.size() + text.size() / 8);
         const size_t n = text.size();
-        size_t w = 0;
         bool lineStart = false;
-        // Without branches: a blank or tab at a line start is written and then overwritten.
         for (size_t r = 0; r < n; ++r) {
-            const char c = data[r] == kCr ? kLf : data[r];
-            const bool skip = lineStart && (c == ' ' || c == '\t');
-            data[w] = c;
-            w += !skip;
-            lineStart = skip || c == kLf;
+            const char c = text[r];
+            if (c == kCr || c == kLf) {
+                out += kLf;
+                if (c == kCr && r + 1 < n && text[r + 1] == kLf)
+                    ++r;
+                out += kLf;
+                lineStart = true;
+                continue;
+            }
+            if (lineStart && (c == ' ' || c == '\t'))
+                continue;
+            out += c;
+            lineStart = false;
         }
-        text.resize(w);
+        text = std::move(out);
     }
 
     step = 35;

@@ -7,10 +7,10 @@
 #include "core/model/Text.h"
 #include "core/platform/Failure.h"
 #include "core/platform/Interaction.h"
+#include "core/platform/OutputFile.h"
 #include "core/platform/Paths.h"
 #include "core/reports/FileInfo.h"
 #include "core/writer/LineWriter.h"
-#include "core/writer/OutputFile.h"
 
 #include <new>
 #include <optional>
@@ -200,7 +200,7 @@ private:
 
     void WritePicture(const Thumbnail &picture, const std::string &name) {
         if (!CreateFolder(imagesFolder))
-            Fail(ErrPathFileAccess);
+            throw SaveFailure(ErrPathFileAccess, "Could not save " + imagesFolder + ": the folder can't be made");
         WriteFileAtomic(imagesFolder + "/" + name, EncodeJpeg(picture, kReportJpegQuality));
     }
 
@@ -245,7 +245,7 @@ std::string ImagesFolderName(std::string_view reportPath) {
 void WriteHtmlReport(const Session &session, ThumbnailCache &thumbnails, const std::string &reportPath,
                      const DateTextOf &dateOf) {
     OutputFile file(reportPath);
-    LineWriter out("\r\n", file.file());
+    LineWriter out("\r\n", file);
     ReportRun(session, thumbnails, reportPath, dateOf, out).Run();
     out.flush();
     file.commit();

@@ -2,7 +2,8 @@
 // Byte output of the writers: every line is written with its tabs and the one
 // line end of the file. Writes either into a string (tests, small outputs) or,
 // in blocks, into an open file.
-#include <cstdio>
+#include "core/platform/OutputFile.h"
+
 #include <string>
 #include <string_view>
 
@@ -13,7 +14,7 @@ public:
     // Collects everything into text().
     explicit LineWriter(std::string_view lineEnd);
     // Streams into `file` (not owned) in blocks; flush() hands over the rest.
-    LineWriter(std::string_view lineEnd, std::FILE *file);
+    LineWriter(std::string_view lineEnd, OutputFile &file);
     LineWriter(const LineWriter &) = delete;
     LineWriter &operator=(const LineWriter &) = delete;
 
@@ -28,8 +29,8 @@ public:
             flush();
     }
 
-    // Writes what is buffered to the file. A write error is the failure
-    // "Path/File access error" (75). Without a file it does nothing.
+    // Writes what is buffered to the file; a write error is its SaveFailure.
+    // Without a file it does nothing.
     void flush();
 
     // Everything written so far (string mode), or the unflushed rest (file mode).
@@ -38,7 +39,7 @@ public:
 private:
     static constexpr size_t kBlock = 1 << 16;
     std::string m_lineEnd;
-    std::FILE *m_file = nullptr;
+    OutputFile *m_file = nullptr;
     std::string m_buffer;
 };
 

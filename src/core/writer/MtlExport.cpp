@@ -2,7 +2,7 @@
 
 #include "core/maps/MapPaths.h"
 #include "core/model/Numbers.h"
-#include "core/writer/OutputFile.h"
+#include "core/platform/OutputFile.h"
 #include "core/writer/WriterValues.h"
 
 namespace gelvane {
@@ -29,7 +29,7 @@ void WriteMtlMaterials(const Session &session, int figureIndex, LineWriter &out)
 
 void WriteMtlFile(const Session &session, const std::string &path) {
     OutputFile file(path);
-    LineWriter out("\r\n", file.file());
+    LineWriter out("\r\n", file);
     for (size_t i = 0; i < session.Figures.size(); ++i)
         WriteMtlMaterials(session, static_cast<int>(i), out);
     out.flush();

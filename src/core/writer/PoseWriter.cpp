@@ -2,8 +2,8 @@
 
 #include "core/model/Numbers.h"
 #include "core/model/Text.h"
+#include "core/platform/OutputFile.h"
 #include "core/writer/MaterialBlockWriter.h"
-#include "core/writer/OutputFile.h"
 
 #include <string_view>
 #include <unordered_map>
@@ -191,7 +191,7 @@ void WritePoseFile(Session &session) {
     if (!Trim(session.DialogFileName).empty() && Trim(session.OutputPath).empty())
         session.OutputPath = session.DialogFileName;
     OutputFile file(session.OutputPath);
-    LineWriter out(lineEnd, file.file());
+    LineWriter out(lineEnd, file);
     WritePose(session, out);
     out.flush();
     file.commit();

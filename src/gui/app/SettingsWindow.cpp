@@ -229,7 +229,7 @@ void SettingsWindow::Browse_Click(int row) {
 }
 
 void SettingsWindow::cmdOK_Click() {
-    gelvane::cmdOK_Click(Read(), m_settings, m_session.View, m_calls);
+    gelvane::cmdOK_Click(Read(), m_settings, m_session.View, m_calls, m_session.ui());
     accept();
 }
 

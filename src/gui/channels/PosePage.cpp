@@ -173,9 +173,11 @@ QWidget *PosePage::BuildLists() {
     auto *actorButtons = new QHBoxLayout;
     actorButtons->addWidget(m_cmdSelectAllActors);
     actorButtons->addWidget(m_cmdDeleteActors);
+    actorButtons->addStretch(1);
     auto *dialButtons = new QHBoxLayout;
     dialButtons->addWidget(m_cmdSelectAllDials);
     dialButtons->addWidget(m_cmdDeleteDials);
+    dialButtons->addStretch(1);
     grid->addLayout(actorButtons, 2, 0);
     grid->addLayout(dialButtons, 2, 1);
     m_cmdCreateDial = Named(new QPushButton("Create new Morph channel...", box), "cmdCreateDial");
@@ -185,6 +187,7 @@ QWidget *PosePage::BuildLists() {
     auto *commands = new QHBoxLayout;
     commands->addWidget(m_cmdZerAll);
     commands->addWidget(m_cmdCreateDial);
+    commands->addStretch(1);
     grid->addLayout(commands, 3, 0, 1, 2);
     grid->setRowStretch(1, 1);
 
@@ -336,6 +339,7 @@ QWidget *PosePage::BuildDeletePanel() {
     auto *frame = Named(new QGroupBox("Delete channels from selected actors", this), "fraDelChannels");
     auto *grid = new QGridLayout(frame);
     grid->setVerticalSpacing(1);
+    grid->setHorizontalSpacing(14);
     // Common channels take two columns, camera and light one each.
     const int firstColumn[3] = {0, 2, 3};
     int rowInGroup[3] = {0, 0, 0};
@@ -361,13 +365,15 @@ QWidget *PosePage::BuildDeletePanel() {
     }
     for (int g = 0; g < 3; ++g) {
         m_cmdCheckAll[g] = Named(new QPushButton(kCheckAll, frame), Indexed("cmdCheckAll", g), kCheckAllTips[g]);
-        grid->addWidget(m_cmdCheckAll[g], 9, firstColumn[g], 1, g == 0 ? 2 : 1);
+        grid->addWidget(m_cmdCheckAll[g], 9, firstColumn[g], 1, g == 0 ? 2 : 1, Qt::AlignLeft);
         connect(m_cmdCheckAll[g], &QPushButton::clicked, this,
                 [this, g] { Run([this, g] { cmdCheckAll_Click(m_session, g); }); });
     }
     m_cmdDelChannels =
         Named(new QPushButton("Delete", frame), "cmdDelChannels", "Delete checked channels from selected actors");
-    grid->addWidget(m_cmdDelChannels, 10, 3);
+    grid->addWidget(m_cmdDelChannels, 10, 3, Qt::AlignLeft);
+    // On a wide window the boxes stay together at the left.
+    grid->setColumnStretch(4, 1);
     connect(m_cmdDelChannels, &QPushButton::clicked, this,
             [this] { Run([this] { cmdDelChannels_Click(m_session); }); });
     return frame;

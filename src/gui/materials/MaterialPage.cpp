@@ -234,14 +234,16 @@ void MaterialPage::Build() {
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(6, 6, 6, 6);
     layout->setSpacing(12);
-    layout->addWidget(BuildListColumn());
-    layout->addWidget(BuildPropertyColumn(), 1);
-    layout->addWidget(BuildMapColumn());
+    // Extra room goes to the material list and the map paths; the number rows keep their size.
+    layout->addWidget(BuildListColumn(), 1);
+    layout->addWidget(BuildPropertyColumn());
+    layout->addWidget(BuildMapColumn(), 2);
 }
 
 QWidget *MaterialPage::BuildListColumn() {
     auto *column = new QWidget(this);
-    column->setFixedWidth(220);
+    column->setMinimumWidth(200);
+    column->setMaximumWidth(420);
     auto *v = new QVBoxLayout(column);
     v->setContentsMargins(0, 0, 0, 0);
 
@@ -346,6 +348,7 @@ QWidget *MaterialPage::BuildPropertyColumn() {
         bar->setRange(range.Minimum, range.Maximum);
         bar->setPageStep(range.PageStep);
         bar->setMinimumWidth(90);
+        bar->setMaximumWidth(200);
         KeepRoom(bar);
         m_SCR[n.Box - 1] = bar;
         grid->addWidget(box, row, 1);
@@ -375,18 +378,18 @@ QWidget *MaterialPage::BuildPropertyColumn() {
 
 QWidget *MaterialPage::BuildMapColumn() {
     auto *column = new QWidget(this);
-    column->setFixedWidth(300);
+    column->setMinimumWidth(300);
     auto *maps = new QGridLayout(column);
     maps->setContentsMargins(0, 0, 0, 0);
     maps->setHorizontalSpacing(4);
     maps->setVerticalSpacing(2);
     int row = 0;
     for (int i = 0; i < 4; ++i) {
-        maps->addWidget(m_lblOpen[8 + i], row, 0, 1, 5);
-        maps->addWidget(m_lblClose[8 + i], row++, 0, 1, 5);
+        maps->addWidget(m_lblOpen[8 + i], row, 0, 1, 6);
+        maps->addWidget(m_lblClose[8 + i], row++, 0, 1, 6);
         QLineEdit *box = m_TXT[8 + i];
         box->setToolTip(QString("Type path and name of the %1 for selected material(s)").arg(kMapNames[i]));
-        maps->addWidget(box, row++, 0, 1, 5);
+        maps->addWidget(box, row++, 0, 1, 6);
         // No Map, Open, Browse, Fix, Apply.
         const int buttons[5] = {2 + i, 6 + i, 10 + i, 25 + i, 18 + i};
         for (int b = 0; b < 5; ++b)
@@ -406,15 +409,17 @@ QWidget *MaterialPage::BuildMapColumn() {
         thumbs->addWidget(m_imgThumb[i], (i / 2) * 2, i % 2, Qt::AlignHCenter);
         thumbs->addWidget(m_lblThumb[i], (i / 2) * 2 + 1, i % 2);
     }
-    maps->addLayout(thumbs, row++, 0, 1, 5);
+    maps->addLayout(thumbs, row++, 0, 1, 6, Qt::AlignLeft);
     auto *pathForm = new QHBoxLayout;
     m_chkTexture = Named(new QCheckBox(column), "chkTexture",
                          "Use absolute file references with textures, bumps, reflection maps and transparency maps");
     pathForm->addWidget(m_chkTexture);
     pathForm->addWidget(Named(new QLabel("Use full map paths", column), "lblUseFullPath"));
     pathForm->addStretch(1);
-    maps->addLayout(pathForm, row++, 0, 1, 5);
+    maps->addLayout(pathForm, row++, 0, 1, 6);
     maps->setRowStretch(row, 1);
+    // The buttons keep their size; the path boxes above them take the width.
+    maps->setColumnStretch(5, 1);
     return column;
 }
 

@@ -3,9 +3,7 @@
 #include "core/platform/Paths.h"
 #include "core/platform/Process.h"
 #include "support/ScopedEnv.h"
-#include "support/TestHome.h"
-
-#include <gtest/gtest.h>
+#include "support/SessionFixture.h"
 
 #include <filesystem>
 
@@ -55,18 +53,16 @@ TEST_F(AssociationsTest, RegistersPerUserAndRemovesOnlyWhatItInstalled) {
     Associate(".cr2", exe, false);
     Associate(".PZ2", exe, false);
 
-    EXPECT_TRUE(IsAssociated(".cr2"));
-    EXPECT_TRUE(IsAssociated(".pz2"));
-    EXPECT_FALSE(IsAssociated(".pp2"));
+    EXPECT_TRUE(IsAssociated(".cr2") && IsAssociated(".pz2") && !IsAssociated(".pp2"));
     ExpectValid(Data("applications/gelvane.desktop"));
     ExpectValid(Data("applications/gelvane-matpose.desktop"));
     const std::string verb = home.read("data/applications/gelvane-matpose.desktop");
     EXPECT_NE(verb.find("Exec=" + exe + " -s %f\n"), std::string::npos);
     EXPECT_NE(verb.find("MimeType=application/x-poser-character;\n"), std::string::npos); // no pose
-    EXPECT_TRUE(IsExecutable(Data("kio/servicemenus/gelvane-matpose.desktop")));
-    EXPECT_TRUE(IsExecutable(Data("nautilus/scripts/Create MAT pose")));
-    EXPECT_TRUE(FileExists(Data("icons/hicolor/scalable/mimetypes/application-x-poser-character.svg")));
-    EXPECT_TRUE(FileExists(Data("icons/hicolor/scalable/apps/gelvane.svg")));
+    for (const char *file : {"kio/servicemenus/gelvane-matpose.desktop", "nautilus/scripts/Create MAT pose"})
+        EXPECT_TRUE(IsExecutable(Data(file))) << file;
+    for (const char *file : {"mimetypes/application-x-poser-character.svg", "apps/gelvane.svg"})
+        EXPECT_TRUE(FileExists(Data(std::string("icons/hicolor/scalable/") + file))) << file;
 
     // Any case of the extension; a real camera raw picture keeps its type.
     const std::string character =
@@ -82,11 +78,11 @@ TEST_F(AssociationsTest, RegistersPerUserAndRemovesOnlyWhatItInstalled) {
     }
 
     Associate(".cr2", exe, true);
-    EXPECT_FALSE(IsAssociated(".cr2"));
-    EXPECT_TRUE(IsAssociated(".pz2"));
-    EXPECT_FALSE(FileExists(Data("applications/gelvane-matpose.desktop"))); // poses get no verb
-    EXPECT_FALSE(FileExists(Data("kio/servicemenus/gelvane-matpose.desktop")));
-    EXPECT_FALSE(FileExists(Data("nautilus/scripts/Create MAT pose")));
+    EXPECT_TRUE(!IsAssociated(".cr2") && IsAssociated(".pz2"));
+    // Poses get no verb.
+    for (const char *file : {"applications/gelvane-matpose.desktop", "kio/servicemenus/gelvane-matpose.desktop",
+                             "nautilus/scripts/Create MAT pose"})
+        EXPECT_FALSE(FileExists(Data(file))) << file;
     Associate(".pz2", exe, true);
     EXPECT_FALSE(IsAssociated(".pz2"));
     for (const char *file :

@@ -1,18 +1,11 @@
 // The command line's options, and "--batch" run as a script runs it.
 #include "core/app/BatchCommand.h"
 #include "core/app/CommandOptions.h"
-#include "core/model/Session.h"
-#include "core/model/Settings.h"
 #include "core/reports/BatchConverter.h"
 #include "support/RunProgram.h"
-#include "support/ScriptedInteraction.h"
-#include "support/TestHome.h"
-
-#include <gtest/gtest.h>
+#include "support/SessionFixture.h"
 
 #include <sstream>
-#include <string>
-#include <vector>
 
 namespace gelvane {
 namespace {
@@ -50,6 +43,12 @@ TEST(CommandOptions, ModesTheirOptionsAndTheMistakes) {
         {{"--batch", "--version", "/a"}, RunMode::Help, {}, false, false, "exclude each other"},
         {{"--version", "/a"}, RunMode::Help, {"/a"}, false, false, "--version takes no /a"},
         {{"--frobnicate"}, RunMode::Help, {}, false, false, "unknown option --frobnicate"},
+        {{"--info"}, RunMode::Help, {}, false, false, "--info needs FILE"},
+        {{"--mtl", "/a.cr2"}, RunMode::Help, {"/a.cr2"}, false, false, "--mtl needs FILE OUT.mtl"},
+        {{"--report", "/a", "/b", "/c"}, RunMode::Help, {"/a", "/b", "/c"}, false, false, "--report takes no /c"},
+        {{"--mtl", "--json", "/a", "/b"}, RunMode::Help, {"/a", "/b"}, false, false, "--json goes with --info"},
+        {{"--batch", "--channels", "/a"}, RunMode::Help, {"/a"}, false, false, "--channels goes with --info, --r"},
+        {{"--info", "/a", "--figure"}, RunMode::Help, {"/a"}, false, false, "--figure needs NAME"},
     };
     for (const auto &c : cases) {
         SCOPED_TRACE(c.args.front());
@@ -62,6 +61,16 @@ TEST(CommandOptions, ModesTheirOptionsAndTheMistakes) {
         EXPECT_EQ(options.Error.empty(), *c.error == '\0');
     }
     EXPECT_EQ(Parse({"-s", "/a b.pz2"}).Text, "-s /a b.pz2");
+    CommandOptions options = Parse({"--report", "--channels", "/a.pp2", "--figure=Two Words", "/r.htm"});
+    EXPECT_EQ(std::tie(options.Mode, options.Channels, options.Figure, options.Paths),
+              std::tuple(RunMode::Report, true, "Two Words", Args{"/a.pp2", "/r.htm"}));
+    options = Parse({"--info", "--json", "/a.cr2"});
+    EXPECT_TRUE(options.Mode == RunMode::Info && options.Json);
+    // One line for each option.
+    const std::string help = HelpText();
+    for (const char *option : {"--batch", "--to p4|p5", "--copy", "--info", "--json", "--report", "--mtl", "--channels",
+                               "--figure NAME", "--help", "--version"})
+        EXPECT_NE(help.find("\n  " + std::string(option) + "  "), std::string::npos) << option;
 }
 
 TEST(BatchCommand, AnInterruptStopsBetweenTwoFiles) {
@@ -93,7 +102,7 @@ TEST(BatchCommand, FolderWithABrokenFileConvertsTheOthersAndFails) {
     const std::string opaque = home.write("poses/sub/opaque.PZ2", ReadTestData("batch/opaque-p4.pz2"));
     home.write("poses/notes.txt", "not a pose");
 
-    test::RunResult run = test::RunProgram(home, {GELVANE_EXECUTABLE, "--batch", home.file("poses")});
+    test::RunResult run = test::RunGelvane(home, {"--batch", home.file("poses")});
     EXPECT_EQ(run.status, 1) << run.errors;
     EXPECT_EQ(run.output, "converted  " + skin + "\nfailed     " + broken + ": could not be read\nconverted  " +
                               opaque + " (partial materials)\n3 files: 2 converted, 1 failed\n");
@@ -103,16 +112,16 @@ TEST(BatchCommand, FolderWithABrokenFileConvertsTheOthersAndFails) {
     EXPECT_EQ(home.read("poses/sub/broken.pz2"), ReadTestData("cmdline/no-closing-brace.pz2"));
 
     // Back to Poser 4 as a copy: every file converted is status 0.
-    run = test::RunProgram(home, {GELVANE_EXECUTABLE, "--batch", "--to", "p4", "--copy", skin});
+    run = test::RunGelvane(home, {"--batch", "--to", "p4", "--copy", skin});
     EXPECT_EQ(run.status, 0) << run.errors;
     EXPECT_EQ(run.output,
               "copied     " + skin + " -> " + home.file("poses/skin_P4.pz2") + "\n1 file: 1 converted, 0 failed\n");
     EXPECT_EQ(home.read("poses/skin_P4.pz2"), ReadTestData("batch/skin-p4.pz2"));
 
-    run = test::RunProgram(home, {GELVANE_EXECUTABLE, "--batch", home.file("nothing here")});
+    run = test::RunGelvane(home, {"--batch", home.file("nothing here")});
     EXPECT_EQ(run.status, 1);
     EXPECT_NE(run.output.find("no such file or folder"), std::string::npos) << run.output;
-    run = test::RunProgram(home, {GELVANE_EXECUTABLE, "--batch", "--to", "p3", skin});
+    run = test::RunGelvane(home, {"--batch", "--to", "p3", skin});
     EXPECT_EQ(run.status, 2);
     EXPECT_NE(run.errors.find("Usage:"), std::string::npos) << run.errors;
 }

@@ -1,13 +1,9 @@
 #include "core/app/CommandLine.h"
 #include "core/model/CommandText.h"
 #include "core/platform/Paths.h"
-#include "support/TestHome.h"
-
-#include <gtest/gtest.h>
+#include "support/SessionFixture.h"
 
 #include <filesystem>
-#include <string>
-#include <vector>
 
 namespace gelvane {
 namespace {
@@ -15,21 +11,20 @@ namespace {
 using test::TestHome;
 
 TEST(CommandLine, KindComesFromTheLastThreeLetters) {
-    const std::pair<const char *, int> cases[] = {
-        {"/home/u/Runtime/Libraries/Character/Figure.cr2", 0},
-        {"\"/home/u/My Poses/Skin.PZ2\"", 1},
-        {"-s /a/b.pp2", 2},
-        {"-s \"/a/b.Hr2\"  ", 3},
-        {"/a/b.cm2", 4},
-        {"/a/\"b\".fc2", 5},
-        {"/a/b.hd2\"", 6},
-        {"/a/b.lt2", 7},
-        {"/a/bcr2", 0}, // no dot needed
-        {"/a/b.cr2.bak", -1},
-        {"/a/b.obj", -1},
-        {"r2", -1},
-        {"", -1},
-    };
+    // Quotes go wherever they stand; no dot is needed in front of the letters.
+    const std::pair<const char *, int> cases[] = {{"/u/Figure.cr2", 0},
+                                                  {"\"/u/My Poses/Skin.PZ2\"", 1},
+                                                  {"-s /a/b.pp2", 2},
+                                                  {"-s \"/a/b.Hr2\"  ", 3},
+                                                  {"/a/b.cm2", 4},
+                                                  {"/a/\"b\".fc2", 5},
+                                                  {"/a/b.hd2\"", 6},
+                                                  {"/a/b.lt2", 7},
+                                                  {"/a/bcr2", 0},
+                                                  {"/a/b.cr2.bak", -1},
+                                                  {"/a/b.obj", -1},
+                                                  {"r2", -1},
+                                                  {"", -1}};
     for (const auto &[text, kind] : cases) {
         SCOPED_TRACE(text);
         EXPECT_EQ(FileKindOfCommand(text), kind);

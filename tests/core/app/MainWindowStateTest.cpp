@@ -1,61 +1,33 @@
 #include "core/app/MainWindowState.h"
 
-#include "core/model/Session.h"
-#include "core/model/Settings.h"
-#include "support/ScriptedInteraction.h"
+#include "support/SessionFixture.h"
 
-#include <gtest/gtest.h>
-
-namespace gelvane {
+namespace gelvane::test {
 namespace {
 
-struct MainWindowStateTest : ::testing::Test {
-    Settings settings;
-    test::ScriptedInteraction ui;
-    Session session{settings, ui};
-
-    void loadTwoFiguresAndActor() {
-        session.Figures.resize(2);
-        session.Figures[0].Name = "figure";
-        session.Figures[0].Materials.resize(2);
-        session.Figures[0].Materials[0].Name = "Skin";
-        session.Figures[0].Materials[1].Name = "Eyes";
-        session.Figures[1].Name = "hat";
-        session.Figures[1].Materials[0].Name = "Band";
-        session.cmbFigures = {"figure", "hat", "actor hip"};
-        session.Actors[0].Name = "hip";
-    }
-};
+using MainWindowStateTest = SessionFixture;
 
 TEST_F(MainWindowStateTest, BothSaveBoxesCannotBeChecked) {
-    loadTwoFiguresAndActor();
+    FillTwoFigures(session);
     ASSERT_TRUE(chkChannels_Click(session, true));
-    EXPECT_TRUE(session.Options.chkChannels);
-    EXPECT_FALSE(session.Pose.lstActorsEnabled);
-    EXPECT_TRUE(session.FileModified);
-
+    EXPECT_TRUE(session.Options.chkChannels && !session.Pose.lstActorsEnabled && session.FileModified);
     EXPECT_FALSE(chkNoMaterialData_Click(session, true));
-    EXPECT_FALSE(session.Options.chkNoMaterialData);
-    EXPECT_TRUE(session.EventsEnabled);
-    ASSERT_EQ(ui.messages().size(), 1u);
-    EXPECT_EQ(ui.messages()[0].Text, "Both morph and pose data and material data cannot be disabled");
-    EXPECT_EQ(ui.messages()[0].Title, "Gelvane");
-    EXPECT_EQ(ui.messages()[0].Icon, MsgIcon::Exclamation);
-    EXPECT_EQ(ui.messages()[0].Buttons, MsgButtons::OK);
+    EXPECT_TRUE(!session.Options.chkNoMaterialData && session.EventsEnabled);
+    const RecordedMessage refusal{"Both morph and pose data and material data cannot be disabled", "Gelvane",
+                                  MsgIcon::Exclamation, MsgButtons::OK};
+    EXPECT_EQ(ui.messages(), std::vector{refusal});
 
     // The other way round the actors decide.
     ASSERT_TRUE(chkChannels_Click(session, false));
     EXPECT_TRUE(session.Pose.lstActorsEnabled);
     ASSERT_TRUE(chkNoMaterialData_Click(session, true));
-    EXPECT_FALSE(session.View.MaterialControlsEnabled);
-    EXPECT_FALSE(session.View.cmbFiguresEnabled);
+    EXPECT_FALSE(session.View.MaterialControlsEnabled || session.View.cmbFiguresEnabled);
     EXPECT_FALSE(chkChannels_Click(session, true));
     EXPECT_FALSE(session.Options.chkChannels);
-    EXPECT_EQ(ui.messages().size(), 2u);
+    EXPECT_EQ(ui.messages(), (std::vector{refusal, refusal}));
 
     ASSERT_TRUE(chkNoMaterialData_Click(session, false));
-    EXPECT_TRUE(session.View.MaterialControlsEnabled);
-    EXPECT_TRUE(session.View.cmbFiguresEnabled);
+    EXPECT_TRUE(session.View.MaterialControlsEnabled && session.View.cmbFiguresEnabled);
 }
 
 TEST_F(MainWindowStateTest, SaveBoxesWithNothingLoadedAndWhileTheProgramSetsThem) {
@@ -68,9 +40,7 @@ TEST_F(MainWindowStateTest, SaveBoxesWithNothingLoadedAndWhileTheProgramSetsThem
     quiet.EventsEnabled = false;
     chkNoMaterialData_Click(quiet, true);
     chkChannels_Click(quiet, true);
-    EXPECT_FALSE(quiet.FileModified);
-    EXPECT_FALSE(quiet.Options.chkNoMaterialData);
-    EXPECT_FALSE(quiet.Options.chkChannels);
+    EXPECT_FALSE(quiet.FileModified || quiet.Options.chkNoMaterialData || quiet.Options.chkChannels);
 }
 
 TEST_F(MainWindowStateTest, ThighLengthIsAFractionOrZero) {
@@ -91,10 +61,9 @@ TEST_F(MainWindowStateTest, ThighLengthIsAFractionOrZero) {
 }
 
 TEST_F(MainWindowStateTest, ClosingQuestionAndHowItSaves) {
+    // Only changes that something would be saved of.
     EXPECT_FALSE(NeedsSaveQuestion(session));
-    session.FileModified = true;
-    EXPECT_TRUE(NeedsSaveQuestion(session));
-    session.Options.chkChannels = true;
+    session.FileModified = session.Options.chkChannels = true;
     EXPECT_TRUE(NeedsSaveQuestion(session));
     session.Options.chkNoMaterialData = true;
     EXPECT_FALSE(NeedsSaveQuestion(session));
@@ -109,5 +78,32 @@ TEST_F(MainWindowStateTest, ClosingQuestionAndHowItSaves) {
     }
 }
 
+TEST_F(MainWindowStateTest, ClosingSavesAsTheFileKindSays) {
+    FillTwoFigures(session);
+    session.FileModified = true;
+    session.FileName = home.file("figure.cr2");
+    ui.nextAnswer(MsgResult::Cancel);
+    EXPECT_FALSE(QueryClose(session));
+    EXPECT_EQ(ui.messages().back(), (RecordedMessage{"Do you want to save before exiting?", "Gelvane", MsgIcon::None,
+                                                     MsgButtons::YesNoCancel}));
+    // Yes on a character goes through Save as; its cancel doesn't keep the window open.
+    ui.nextAnswer(MsgResult::Yes);
+    ui.nextFile(std::nullopt);
+    EXPECT_TRUE(QueryClose(session));
+    EXPECT_TRUE(ui.fileRequests().at(0).ForSave);
+    // Yes on a pose writes it under its own name, without a dialog.
+    session.FileName = home.write("saved.pz2", "old");
+    ui.nextAnswer(MsgResult::Yes);
+    EXPECT_TRUE(QueryClose(session));
+    EXPECT_NE(home.read("saved.pz2").find("\tmaterial Skin\r\n"), std::string::npos);
+    EXPECT_EQ(ui.fileRequests().size(), 1u);
+    // No closes without writing.
+    home.write("saved.pz2", "old");
+    session.FileModified = true;
+    ui.nextAnswer(MsgResult::No);
+    EXPECT_TRUE(QueryClose(session));
+    EXPECT_EQ(home.read("saved.pz2"), "old");
+}
+
 } // namespace
-} // namespace gelvane
+} // namespace gelvane::test

@@ -1,11 +1,7 @@
 #include "core/app/Preferences.h"
 
-#include "core/model/Session.h"
 #include "core/platform/Paths.h"
-#include "support/ScriptedInteraction.h"
-#include "support/TestHome.h"
-
-#include <gtest/gtest.h>
+#include "support/SessionFixture.h"
 
 namespace gelvane {
 namespace {
@@ -57,7 +53,7 @@ TEST(Preferences, OkStoresTheFormAndWritesSettingsWhole) {
     form.chkThumbMain = !s.MainThumb;
     chkThumbMain_Click(form, s, ui);
     ViewState view;
-    cmdOK_Click(form, s, view, calls.Make());
+    cmdOK_Click(form, s, view, calls.Make(), ui);
 
     EXPECT_EQ(calls.Associated, (std::vector<std::pair<std::string, bool>>{{".pz2", false}, {".cr2", true}}));
     EXPECT_EQ(calls.Refreshes, 1);

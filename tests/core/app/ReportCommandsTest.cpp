@@ -1,28 +1,21 @@
 // --info, --report and --mtl: the options, the JSON, and the built program run as a script
 // runs it, against the window's own commands on the same files.
-#include "core/app/CommandOptions.h"
 #include "core/app/OpenCommands.h"
 #include "core/app/SaveCommands.h"
 #include "core/app/SettingsFile.h"
 #include "core/app/StartUp.h"
 #include "core/maps/Thumbnails.h"
 #include "core/model/CommandText.h"
-#include "core/model/Session.h"
+#include "core/platform/Paths.h"
 #include "core/reports/FileInfo.h"
 #include "core/reports/HtmlReport.h"
 #include "core/reports/JsonWriter.h"
 #include "support/RunProgram.h"
 #include "support/ScopedEnv.h"
-#include "support/ScriptedInteraction.h"
-#include "support/TestHome.h"
-
-#include <gtest/gtest.h>
+#include "support/SessionFixture.h"
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
-#include <string>
-#include <vector>
 
 namespace gelvane {
 namespace {
@@ -54,55 +47,9 @@ TEST(JsonWriter, EscapesEveryByteIntoAsciiAndIndents) {
                            "  \"rows\": [\n    {\"n\": -3, \"x\": null}\n  ],\n  \"none\": []\n}");
 }
 
-CommandOptions Parse(Args args) {
-    args.insert(args.begin(), "gelvane");
-    std::vector<char *> argv;
-    for (std::string &arg : args)
-        argv.push_back(arg.data());
-    return ParseCommandLine(static_cast<int>(argv.size()), argv.data());
-}
-
-TEST(CommandOptions, FileCommandsTheirOperandsAndSharedOptions) {
-    CommandOptions options = Parse({"--report", "--channels", "/a.pp2", "--figure=Two Words", "/r.htm"});
-    EXPECT_EQ(options.Mode, RunMode::Report);
-    EXPECT_TRUE(options.Channels);
-    EXPECT_EQ(options.Figure, "Two Words");
-    EXPECT_EQ(options.Paths, (Args{"/a.pp2", "/r.htm"}));
-    options = Parse({"--info", "--json", "/a.cr2"});
-    EXPECT_EQ(options.Mode, RunMode::Info);
-    EXPECT_TRUE(options.Json);
-
-    const std::pair<Args, const char *> mistakes[] = {
-        {{"--info"}, "--info needs FILE"},
-        {{"--mtl", "/a.cr2"}, "--mtl needs FILE OUT.mtl"},
-        {{"--report", "/a", "/b", "/c"}, "--report takes no /c"},
-        {{"--mtl", "--json", "/a", "/b"}, "--json goes with --info"},
-        {{"--batch", "--channels", "/a"}, "--channels goes with --info, --report or --mtl"},
-        {{"--info", "/a", "--figure"}, "--figure needs NAME"},
-    };
-    for (const auto &[args, error] : mistakes) {
-        options = Parse(args);
-        EXPECT_EQ(options.Mode, RunMode::Help);
-        EXPECT_NE(options.Error.find(error), std::string::npos) << options.Error;
-    }
-    // One line for each option.
-    const std::string help = HelpText();
-    for (const char *option : {"--batch", "--to p4|p5", "--copy", "--info", "--json", "--report", "--mtl", "--channels",
-                               "--figure NAME", "--help", "--version"})
-        EXPECT_NE(help.find("\n  " + std::string(option) + "  "), std::string::npos) << option;
-}
-
 #ifdef GELVANE_EXECUTABLE
 
-test::RunResult RunGelvane(const TestHome &home, Args args) {
-    args.insert(args.begin(), GELVANE_EXECUTABLE);
-    return test::RunProgram(home, args);
-}
-
-std::string ReadBytes(const fs::path &path) {
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-}
+using test::RunGelvane;
 
 // Every entry of a folder (none when it is missing) with its bytes, by name.
 std::vector<std::pair<std::string, std::string>> FolderBytes(const std::string &folder) {
@@ -110,7 +57,7 @@ std::vector<std::pair<std::string, std::string>> FolderBytes(const std::string &
     std::error_code error;
     for (const auto &entry : fs::directory_iterator(folder, error))
         files.emplace_back(entry.path().filename().string(),
-                           entry.is_directory() ? "(folder)" : ReadBytes(entry.path()));
+                           entry.is_directory() ? "(folder)" : ReadFileBytes(entry.path().string()));
     std::sort(files.begin(), files.end());
     return files;
 }
@@ -167,7 +114,7 @@ TEST(FileCommands, SameBytesAsTheWindowForEveryKind) {
     for (const auto &c : cases) {
         SCOPED_TRACE(c.path);
         const std::string path = source + "/" + c.path;
-        const std::string before = ReadBytes(path);
+        const std::string before = ReadFileBytes(path);
         for (const char *folder : {"window", "cli"}) {
             fs::remove_all(home.file(folder));
             fs::create_directories(home.file(folder));
@@ -219,7 +166,7 @@ TEST(FileCommands, SameBytesAsTheWindowForEveryKind) {
             test::RunProgram(home, {GELVANE_PYTHON, "-c", kListingOfJson, home.file("info.json")});
         EXPECT_EQ(python.status, 0) << python.errors << json.output;
         EXPECT_EQ(python.output, info.output);
-        EXPECT_EQ(ReadBytes(path), before);
+        EXPECT_EQ(ReadFileBytes(path), before);
     }
 }
 

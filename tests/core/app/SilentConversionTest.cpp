@@ -1,29 +1,22 @@
 // Runs the built program with "-s" on files in a temporary folder.
 #include "support/RunProgram.h"
-#include "support/TestHome.h"
-
-#include <gtest/gtest.h>
+#include "support/SessionFixture.h"
 
 #include <algorithm>
+#include <cctype>
+#include <cstring>
 #include <filesystem>
-#include <string>
-#include <tuple>
-#include <vector>
+#include <set>
 
 namespace gelvane {
 namespace {
 
 using test::ReadTestData;
+using test::RunGelvane;
 using test::TestHome;
 namespace fs = std::filesystem;
 
 #ifdef GELVANE_EXECUTABLE
-
-// The program with `args`; GELVANE_HOME is the test home.
-test::RunResult RunGelvane(const TestHome &home, std::vector<std::string> args) {
-    args.insert(args.begin(), GELVANE_EXECUTABLE);
-    return test::RunProgram(home, args);
-}
 
 std::vector<std::string> FilesIn(const std::string &folder) {
     std::vector<std::string> names;
@@ -37,21 +30,42 @@ std::string Example(const std::string &relative) {
     return ReadTestData("../../examples/Runtime/" + relative);
 }
 
-TEST(SilentConversion, MatPoseIsWrittenBesideItsSource) {
-    TestHome home;
-    home.write("Settings.ini", "[Folders]\r\n[General]\r\nSaveAsType=P4\r\nFileSystem=DOS\r\n");
-    home.write("work/Skin Tones.FC2", Example("Libraries/Pose/Demo Skin Tones.pz2"));
-    const test::RunResult run = RunGelvane(home, {"-s", "\"" + home.file("work/skin tones.fc2") + "\""});
-    ASSERT_EQ(run.status, 0) << run.errors;
-    EXPECT_EQ(FilesIn(home.file("work")), (std::vector<std::string>{"Skin Tones.FC2", "Skin Tones.pz2"}));
-    const std::string pose = home.read("work/Skin Tones.pz2");
-    EXPECT_TRUE(pose.starts_with("{\r\n")) << pose;
-    EXPECT_NE(pose.find("version\r\n\t{\r\n\tnumber 4.01\r\n\t}\r\n"), std::string::npos) << pose;
-    EXPECT_NE(pose.find("\tmaterial SkinTorso\r\n\t\t{\r\n\t\tKdColor 1 0.8 0.698039 1\r\n"), std::string::npos)
-        << pose;
-    EXPECT_NE(pose.find("\tmaterial Lips\r\n"), std::string::npos) << pose;
-    EXPECT_EQ(pose.find("shaderTree"), std::string::npos);
-    EXPECT_TRUE(pose.ends_with("}\r\n"));
+std::string Lower(std::string text) {
+    for (char &c : text)
+        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return text;
+}
+
+TEST(SilentConversion, EveryDemoFileGivesAPoseBesideIt) {
+    const std::tuple<const char *, const char *, const char *> files[] = {
+        {"Libraries/Pose/Demo Skin Tones.pz2", "Skin Tones.FC2",
+         "\tmaterial SkinTorso\r\n\t\t{\r\n\t\tKdColor 1 0.8 0.698039 1\r\n"},
+        {"Libraries/Hand/Demo Open Hand.hd2", "hand.hd2", "actor rThumb1:1\r\n\t{\r\n\tchannels\r\n"},
+        {"Libraries/Face/Demo Smile.fc2", "face.fc2",
+         "\t\ttargetGeom Blink\r\n\t\t\t{\r\n\t\t\tkeys\r\n\t\t\t\t{\r\n\t\t\t\tk  0  0.3\r\n"},
+        {"Libraries/Light/Demo Two Lights.lt2", "light.lt2", "light LIGHT_2\r\n\t{\r\n\tchannels\r\n"},
+        {"Libraries/Camera/Demo Close Up.cm2", "camera.cm2", "\t\tcamFocal focal\r\n"},
+        {"Libraries/Pose/Demo Wave.pz2", "wave.pz2", "actor rShldr:1\r\n"},
+        {"Libraries/Props/Demo/Demo Crate.pp2", "crate.pp2", "\tmaterial Bands\r\n"},
+        {"Libraries/Hair/Demo Short Hair.hr2", "hair.hr2", "prop figureHair\r\n\t{\r\n\tmaterial Hair\r\n"},
+        {"Libraries/Character/Demo/Two Mannequins.cr2", "two.cr2", "\tmaterial Suit\r\n"},
+    };
+    for (const auto &[example, name, expected] : files) {
+        SCOPED_TRACE(name);
+        TestHome home;
+        home.write(std::string("work/") + name, Example(example));
+        // The path is found whatever its case; the pose takes the spelling on disk.
+        const test::RunResult run = RunGelvane(home, {"-s", "\"" + home.file("work/" + Lower(name)) + "\""});
+        EXPECT_EQ(run.status, 0) << run.errors;
+        const std::string pose = std::string(name, std::strlen(name) - 3) + "pz2";
+        const std::set<std::string> files{name, pose}; // a pose source is written over
+        EXPECT_EQ(FilesIn(home.file("work")), std::vector(files.begin(), files.end()));
+        const std::string bytes = home.read("work/" + pose);
+        EXPECT_TRUE(bytes.starts_with("{\r\n") && bytes.ends_with("}\r\n")) << bytes;
+        EXPECT_NE(bytes.find("version\r\n\t{\r\n\tnumber 4.01\r\n\t}\r\n"), std::string::npos) << bytes;
+        EXPECT_NE(bytes.find(expected), std::string::npos) << bytes;
+        EXPECT_EQ(bytes.find("shaderTree"), std::string::npos);
+    }
 }
 
 TEST(SilentConversion, OutputFollowsTheStoredFormatAndLineEnd) {
@@ -65,31 +79,6 @@ TEST(SilentConversion, OutputFollowsTheStoredFormatAndLineEnd) {
     EXPECT_EQ(pose.find('\n'), std::string::npos);
     EXPECT_NE(pose.find("\tmaterial Skin\r"), std::string::npos) << pose;
     EXPECT_NE(pose.find("shaderTree"), std::string::npos) << pose;
-}
-
-TEST(SilentConversion, EveryDemoFileConverts) {
-    TestHome home;
-    const std::tuple<const char *, const char *, const char *> files[] = {
-        {"Libraries/Hand/Demo Open Hand.hd2", "hand.hd2", "actor rThumb1:1\r\n\t{\r\n\tchannels\r\n"},
-        {"Libraries/Face/Demo Smile.fc2", "face.fc2",
-         "\t\ttargetGeom Blink\r\n\t\t\t{\r\n\t\t\tkeys\r\n\t\t\t\t{\r\n\t\t\t\tk  0  0.3\r\n"},
-        {"Libraries/Light/Demo Two Lights.lt2", "light.lt2", "light LIGHT_2\r\n\t{\r\n\tchannels\r\n"},
-        {"Libraries/Camera/Demo Close Up.cm2", "camera.cm2", "\t\tcamFocal focal\r\n"},
-        {"Libraries/Pose/Demo Wave.pz2", "wave.pz2", "actor rShldr:1\r\n"},
-        {"Libraries/Props/Demo/Demo Crate.pp2", "crate.pp2", "\tmaterial Bands\r\n"},
-        {"Libraries/Hair/Demo Short Hair.hr2", "hair.hr2", "prop figureHair\r\n\t{\r\n\tmaterial Hair\r\n"},
-        {"Libraries/Character/Demo/Two Mannequins.cr2", "two.cr2", "\tmaterial Suit\r\n"},
-    };
-    for (const auto &[example, name, expected] : files) {
-        SCOPED_TRACE(name);
-        const std::string input = home.write(std::string("work/") + name, Example(example));
-        const test::RunResult run = RunGelvane(home, {"-s", input});
-        EXPECT_EQ(run.status, 0) << run.errors;
-        const std::string stem = std::string(name).substr(0, std::string(name).size() - 3);
-        const std::string pose = home.read("work/" + stem + "pz2");
-        EXPECT_TRUE(pose.starts_with("{\r\n"));
-        EXPECT_NE(pose.find(expected), std::string::npos) << pose;
-    }
 }
 
 TEST(SilentConversion, BadInputWritesNothing) {
@@ -116,6 +105,19 @@ TEST(SilentConversion, UpperCaseExtensionIsRewrittenInPlace) {
     EXPECT_EQ(run.status, 0) << run.errors;
     EXPECT_EQ(FilesIn(home.file("work")), std::vector<std::string>{"upper-case-extension.PZ2"});
     EXPECT_EQ(home.read("work/upper-case-extension.PZ2").find("\r\n"), std::string::npos); // rewritten
+}
+
+TEST(SilentConversion, AFailedSaveIsReportedAndLeavesTheFolderAsItWas) {
+    TestHome home;
+    home.write("work/Skin Tones.fc2", Example("Libraries/Pose/Demo Skin Tones.pz2"));
+    home.write("work/Skin Tones.pz2/inside.txt", "x"); // a folder where the pose would go
+    const test::RunResult run = RunGelvane(home, {"-s", home.file("work/Skin Tones.fc2")});
+    EXPECT_NE(run.status, 0);
+    EXPECT_NE(run.errors.find("Could not save " + home.file("work/Skin Tones.pz2") + ": a folder has that name"),
+              std::string::npos)
+        << run.errors;
+    EXPECT_EQ(FilesIn(home.file("work")), (std::vector<std::string>{"Skin Tones.fc2", "Skin Tones.pz2"}));
+    EXPECT_EQ(FilesIn(home.file("work/Skin Tones.pz2")), std::vector<std::string>{"inside.txt"});
 }
 
 TEST(SilentConversion, MissingFileOrUnknownKindFails) {

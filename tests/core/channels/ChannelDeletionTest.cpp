@@ -27,24 +27,19 @@ TEST_F(ChannelDeletion, ByTypeOverSelectedActorsWithTheCount) {
 
     // hip loses a dial, chest (nothing left) goes, neck isn't selected, head keeps its hidden flag.
     cmdDelChannels_Click(session);
-    ASSERT_EQ(ui.messages().size(), 1u);
-    EXPECT_EQ(ui.messages()[0].Text, "4 channels and\r\n1 actors were deleted.");
-    EXPECT_EQ(ui.messages()[0].Icon, MsgIcon::Information);
+    EXPECT_EQ(ui.messages(), (std::vector{test::RecordedMessage{"4 channels and\r\n1 actors were deleted.", "Gelvane",
+                                                                MsgIcon::Information, MsgButtons::OK}}));
     EXPECT_EQ(ActorNames(), (Names{"hip:1", "neck:1", "head:1"}));
-    EXPECT_FALSE(ActorExists(session.Actors, "chest:1"));
-    EXPECT_TRUE(ActorExists(session.Actors, "neck:1"));
-    EXPECT_EQ(ChannelNames(0), Names{"xrot"});
-    EXPECT_EQ(ChannelNames(1), Names{"xTran"});
-    EXPECT_EQ(ChannelNames(2), Names{""});
+    EXPECT_EQ((std::vector{ChannelNames(0), ChannelNames(1), ChannelNames(2)}),
+              (std::vector<Names>{{"xrot"}, {"xTran"}, {""}}));
     EXPECT_EQ(Selected(pose.lstActors), Rows{1});
     EXPECT_TRUE(session.FileModified);
 
     chkDelChannels_Click(session, 1, false);
     EXPECT_FALSE(pose.cmdDelChannelsEnabled);
     cmdCheckAll_Click(session, 1);
-    EXPECT_EQ(pose.cmdCheckAll[1], "Check none");
+    EXPECT_EQ(std::tie(pose.cmdCheckAll[1], pose.cmdDelChannelsEnabled), std::tuple("Check none", true));
     EXPECT_EQ(ChannelTypesToDelete(pose).size(), 7u);
-    EXPECT_TRUE(pose.cmdDelChannelsEnabled);
     cmdDelChannels_Click(session);
     EXPECT_EQ(ui.messages().back().Text, "0 channels were deleted.");
     cmdCheckAll_Click(session, 1);
@@ -66,12 +61,11 @@ TEST_F(ChannelDeletion, NewMorphGoesToEverySelectedActorAndTheListGetsOneRow) {
     cmdCreateDial_Click(session);
     EXPECT_EQ(ui.messages().at(0).Text, "Enter name for the new morph");
     EXPECT_EQ(ChannelNames(0), (Names{"Size", " Morph 1"}));
-    EXPECT_EQ(session.Actors[0].Channels[1].Type, "valueParm");
-    EXPECT_FALSE(session.Actors[0].Channels[1].ValueEnabled);
     EXPECT_EQ(ChannelNames(1), Names{" Morph 1"});
-    EXPECT_EQ(session.Actors[1].Channels[0].Type, "targetGeom");
-    ASSERT_EQ(pose.lstDials.size(), 2u);
-    EXPECT_EQ(pose.lstDials[1].Type, "targetGeom"); // the type given last
+    EXPECT_EQ(std::tie(session.Actors[0].Channels[1].Type, session.Actors[0].Channels[1].ValueEnabled,
+                       session.Actors[1].Channels[0].Type),
+              std::tuple("valueParm", false, "targetGeom"));
+    EXPECT_EQ(test::Each(pose.lstDials, &ListRow::Type), (Names{"valueParm", "targetGeom"})); // the type given last
     EXPECT_TRUE(session.FileModified);
 
     // A row added for another actor has no dial of the current one behind it.
@@ -104,8 +98,7 @@ TEST_F(ChannelDeletion, DialsAndActors) {
     lstDials_ItemClick(session, 2);
     cmdDeleteDials_Click(session);
     EXPECT_EQ(ChannelNames(0), (Names{"xrot", "zrot"}));
-    EXPECT_EQ(Selected(pose.lstDials), Rows{1});
-    EXPECT_EQ(pose.CurrentDial, 1);
+    EXPECT_EQ(std::tuple(Selected(pose.lstDials), pose.CurrentDial), std::tuple(Rows{1}, 1));
 
     lstDials_SelectionChange(session, {1, 2});
     cmdDeleteDials_Click(session);
@@ -123,14 +116,9 @@ TEST_F(ChannelDeletion, DialsAndActors) {
     session.View.mnuSaveEnabled = session.View.mnuSaveAsEnabled = true;
     chkDelChannels_Click(session, 0, true);
     cmdDeleteActors_Click(session);
-    EXPECT_TRUE(IsEmptyList(session.Actors));
-    EXPECT_TRUE(pose.lstActors.empty());
-    EXPECT_TRUE(session.Options.chkChannels);
-    EXPECT_FALSE(session.Options.chkChannelsEnabled);
-    EXPECT_FALSE(session.View.mnuSaveEnabled);
-    EXPECT_FALSE(session.View.mnuSaveAsEnabled);
-    EXPECT_FALSE(pose.lstActorsEnabled);
-    EXPECT_FALSE(pose.cmdDeleteActorsEnabled);
+    EXPECT_TRUE(IsEmptyList(session.Actors) && pose.lstActors.empty() && session.Options.chkChannels);
+    EXPECT_FALSE(session.Options.chkChannelsEnabled || session.View.mnuSaveEnabled || session.View.mnuSaveAsEnabled ||
+                 pose.lstActorsEnabled || pose.cmdDeleteActorsEnabled);
     EXPECT_TRUE(pose.cmdDelChannelsEnabled); // a checked box keeps it on, as it always was
 }
 

@@ -6,16 +6,11 @@
 #include "core/channels/ChannelDeletion.h"
 #include "core/channels/ChannelProperties.h"
 #include "core/channels/PosePageState.h"
-#include "core/model/Settings.h"
 #include "core/model/Text.h"
 #include "core/writer/PoseWriter.h"
-#include "support/ScriptedInteraction.h"
-#include "support/TestHome.h"
-
-#include <gtest/gtest.h>
+#include "support/SessionFixture.h"
 
 #include <algorithm>
-#include <tuple>
 
 namespace gelvane {
 namespace {

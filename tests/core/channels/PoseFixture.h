@@ -3,6 +3,7 @@
 #include "../writer/WriterModels.h"
 
 #include "core/channels/PosePageState.h"
+#include "support/SessionFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -10,10 +11,7 @@
 
 namespace gelvane::test {
 
-struct PoseFixture : ::testing::Test {
-    Settings settings;
-    ScriptedInteraction ui;
-    Session session{settings, ui};
+struct PoseFixture : SessionFixture {
     PoseView &pose = session.Pose;
 
     void Load(std::vector<Actor> actors) {
@@ -32,18 +30,8 @@ struct PoseFixture : ::testing::Test {
                 selected.push_back(static_cast<int>(i) + 1);
         return selected;
     }
-    std::vector<std::string> ActorNames() const {
-        std::vector<std::string> names;
-        for (const Actor &a : session.Actors)
-            names.push_back(a.Name);
-        return names;
-    }
-    std::vector<std::string> ChannelNames(size_t actor) const {
-        std::vector<std::string> names;
-        for (const Channel &c : session.Actors.at(actor).Channels)
-            names.push_back(c.Name);
-        return names;
-    }
+    Strings ActorNames() const { return NamesOf(session.Actors); }
+    Strings ChannelNames(size_t actor) const { return NamesOf(session.Actors.at(actor).Channels); }
 };
 
 } // namespace gelvane::test

@@ -10,6 +10,7 @@ namespace {
 using test::KeyedChannel;
 using test::MakeActor;
 using Rows = std::vector<int>;
+using test::Strings;
 
 struct PosePage : test::PoseFixture {
     // hip: a keyed morph with a display name and a rotation; chest: no channels; BODY, abdomen: one dial each.
@@ -36,31 +37,24 @@ TEST(DialValue, OnlyTheExactShortFormOfANumberInRange) {
     };
     for (const auto &[text, value] : cases)
         EXPECT_EQ(DialValueOf(text), value) << text;
-    EXPECT_EQ(DialValueText(0.5), "0.5");
-    EXPECT_EQ(DialValueText(-0.5), "-0.5");
-    EXPECT_EQ(DialValueText(1E-05), "1E-05");
+    EXPECT_EQ((std::vector{DialValueText(0.5), DialValueText(-0.5), DialValueText(1E-05)}),
+              (std::vector<std::string>{"0.5", "-0.5", "1E-05"}));
 }
 
 TEST_F(PosePage, ActorClickShowsItsDialsAndProperties) {
     LoadFour();
     lstActors_ItemClick(session, 1);
-    EXPECT_EQ(pose.CurrentActor, 1);
-    EXPECT_EQ(Selected(pose.lstActors), Rows{1});
-    ASSERT_EQ(pose.lstDials.size(), 2u);
-    EXPECT_EQ(pose.lstDials[1].Name, "yrot");
-    EXPECT_EQ(pose.txtDialProperties[0], "0.5");
+    EXPECT_EQ(std::tuple(pose.CurrentActor, Selected(pose.lstActors), test::NamesOf(pose.lstDials)),
+              std::tuple(1, Rows{1}, std::vector<std::string>{"Belly", "yrot"}));
+    EXPECT_EQ(std::tie(pose.txtDialProperties[0], pose.txtActorProperties[0], pose.cmbActorProperties[0]),
+              std::tuple("0.5", "Hip", 1));
     EXPECT_FALSE(pose.cmdDeleteDialsEnabled); // until a dial is clicked
-    EXPECT_EQ(pose.txtActorProperties[0], "Hip");
-    EXPECT_EQ(pose.cmbActorProperties[0], 1);
-    EXPECT_TRUE(pose.ActorProperty[1].Checked);
-    EXPECT_FALSE(pose.ActorProperty[2].ValueEnabled);
+    EXPECT_TRUE(pose.ActorProperty[1].Checked && !pose.ActorProperty[2].ValueEnabled);
 
     // An actor without channels: no dials; the values it lacks leave their boxes alone.
     lstActors_ItemClick(session, 2);
-    EXPECT_TRUE(pose.lstDials.empty());
-    EXPECT_EQ(pose.txtActorProperties[0], "Hip");
-    EXPECT_EQ(pose.cmbActorProperties[0], 1);
-    EXPECT_FALSE(pose.ActorProperty[0].Checked);
+    EXPECT_TRUE(pose.lstDials.empty() && !pose.ActorProperty[0].Checked);
+    EXPECT_EQ(std::tie(pose.txtActorProperties[0], pose.cmbActorProperties[0]), std::tuple("Hip", 1));
     EXPECT_EQ(Selected(pose.lstActors), (Rows{1, 2}));
 
     lstActors_ItemClick(session, 5);
@@ -80,8 +74,7 @@ TEST_F(PosePage, DialClickLeavesOnlyTheCurrentActorOfTheFirstSelectedRows) {
     lstDials_ItemClick(session, 1);
     // Three rows selected: rows 1 to 3 keep a selection only where current; row 4 lies behind that bound.
     EXPECT_EQ(Selected(pose.lstActors), (Rows{2, 4}));
-    EXPECT_EQ(pose.txtDialProperties[0], "0.25");
-    EXPECT_TRUE(pose.cmdDeleteDialsEnabled);
+    EXPECT_EQ(std::tie(pose.txtDialProperties[0], pose.cmdDeleteDialsEnabled), std::tuple("0.25", true));
 }
 
 TEST_F(PosePage, DialClickOnARowTakenOutOfTheSelectionShowsTheFirstSelected) {
@@ -91,9 +84,8 @@ TEST_F(PosePage, DialClickOnARowTakenOutOfTheSelectionShowsTheFirstSelected) {
     FillDialList(session, 0);
     lstDials_SelectionChange(session, {2, 3});
     lstDials_ItemClick(session, 1); // row 1 was ctrl-clicked out
-    EXPECT_EQ(pose.CurrentDial, 2);
-    EXPECT_EQ(pose.txtDialProperties[0], "-1E-05");
-    EXPECT_FALSE(pose.DialProperty[1].Checked);
+    EXPECT_EQ(std::tie(pose.CurrentDial, pose.txtDialProperties[0], pose.DialProperty[1].Checked),
+              std::tuple(2, "-1E-05", false));
 }
 
 TEST_F(PosePage, ApplyingReachesEverySelectedActorAndDial) {
@@ -111,17 +103,15 @@ TEST_F(PosePage, ApplyingReachesEverySelectedActorAndDial) {
     EXPECT_EQ(Selected(pose.lstActors), Rows{1});
     txtDialProperties_Change(session, 0, "1.50");
     cmdApplyDial_Click(session, 0);
-    ASSERT_EQ(ui.messages().size(), 1u);
-    EXPECT_EQ(ui.messages()[0].Text, "Use a value between -10000 and 10000");
+    EXPECT_EQ(Texts(), Strings{"Use a value between -10000 and 10000"});
     txtDialProperties_Change(session, 0, "-.75");
     cmdApplyDial_Click(session, 0);
-    EXPECT_EQ(session.Actors[0].Channels[0].Value, -0.75);
-    EXPECT_EQ(session.Actors[0].Channels[1].Value, -0.75);
-    EXPECT_EQ(session.Actors[2].Channels[0].Value, 2);
+    EXPECT_EQ(std::tie(session.Actors[0].Channels[0].Value, session.Actors[0].Channels[1].Value,
+                       session.Actors[2].Channels[0].Value),
+              std::tuple(-0.75, -0.75, 2.0));
 
     cmdZerAll_Click(session);
-    EXPECT_EQ(session.Actors[2].Channels[0].Value, 0);
-    EXPECT_EQ(pose.txtDialProperties[0], "0");
+    EXPECT_EQ(std::tie(session.Actors[2].Channels[0].Value, pose.txtDialProperties[0]), std::tuple(0.0, "0"));
 }
 
 TEST_F(PosePage, PropertyBoxFailuresAreShownAndStoreNothing) {
@@ -134,10 +124,9 @@ TEST_F(PosePage, PropertyBoxFailuresAreShownAndStoreNothing) {
     cmdApplyProperty_Click(session, 5);
     EXPECT_EQ(session.Actors, before);
     EXPECT_FALSE(session.FileModified);
-    ASSERT_EQ(ui.messages().size(), 2u);
-    EXPECT_EQ(ui.messages()[0].Text, "Control array element '5' doesn't exist, error number 340");
+    EXPECT_EQ(Texts(),
+              (Strings{"Control array element '5' doesn't exist, error number 340", "Overflow, error number 6"}));
     EXPECT_EQ(ui.messages()[0].Icon, MsgIcon::Exclamation);
-    EXPECT_EQ(ui.messages()[1].Text, "Overflow, error number 6");
 }
 
 TEST_F(PosePage, ClearingTheLastPropertyDeletesTheDialAndTheEmptiedActor) {
@@ -147,10 +136,8 @@ TEST_F(PosePage, ClearingTheLastPropertyDeletesTheDialAndTheEmptiedActor) {
     lstDials_SelectionChange(session, {1});
     lstDials_ItemClick(session, 1);
     chkEnableDial_Click(session, 0, false);
-    EXPECT_EQ(ActorNames(), (std::vector<std::string>{"hip:1", "chest:1", "BODY:1"}));
-    EXPECT_EQ(pose.lstActors.size(), 3u);
-    EXPECT_EQ(pose.CurrentActor, 1);
-    EXPECT_TRUE(session.FileModified);
+    EXPECT_EQ(ActorNames(), (Strings{"hip:1", "chest:1", "BODY:1"}));
+    EXPECT_EQ(std::tuple(pose.lstActors.size(), pose.CurrentActor, session.FileModified), std::tuple(3u, 1, true));
 
     // hip's morph keeps its display name, so it stays; the rotation goes; hip has a name and stays.
     lstDials_SelectionChange(session, {1, 2});

@@ -5,39 +5,31 @@
 #include "MapFixture.h"
 
 #include <algorithm>
-#include <filesystem>
 
 namespace gelvane::test {
 namespace {
 
 class MapCheckTest : public MapFixture {
 protected:
-    std::string textures() const { return poser() + "/Runtime/Textures"; }
-    // One figure whose materials have these texture maps (other maps "NO_MAP").
-    void figure(const std::vector<std::string> &textureMaps) {
-        Figure figure;
-        figure.Name = "Figure 1";
-        figure.Materials.clear();
+    // Adds an owner whose materials have these texture maps (other maps "NO_MAP").
+    void figure(const Strings &textureMaps) {
+        Figure figure{"Figure 1", {}};
         for (const std::string &map : textureMaps) {
-            Material material;
-            material.Name = "mat" + std::to_string(figure.Materials.size());
-            material.textureMap = map;
-            material.bumpMap = material.reflectionMap = material.transparencyMap = "NO_MAP";
-            figure.Materials.push_back(material);
+            Material &m = figure.Materials.emplace_back();
+            m.Name = "mat" + std::to_string(figure.Materials.size());
+            m.textureMap = map;
+            m.bumpMap = m.reflectionMap = m.transparencyMap = "NO_MAP";
         }
+        if (IsEmptyList(session.Figures))
+            session.Figures.clear();
         session.Figures.push_back(figure);
-        if (session.Figures[0].Name.empty())
-            session.Figures.erase(session.Figures.begin());
     }
-    std::string texture(size_t figureIndex, size_t material) const {
-        return session.Figures[figureIndex].Materials[material].textureMap;
+    Strings textureMaps(size_t figure) const {
+        return Each(session.Figures.at(figure).Materials, &Material::textureMap);
     }
-    long scans() const {
-        const auto &lines = ui.statusLines();
-        return std::count(lines.begin(), lines.end(), std::string("Scanning folders..."));
-    }
-    std::vector<std::string> folderQuestions() const {
-        std::vector<std::string> titles;
+    long scans() const { return std::ranges::count(ui.statusLines(), std::string("Scanning folders...")); }
+    Strings folderQuestions() const {
+        Strings titles;
         for (const auto &message : ui.messages())
             if (message.Title == "ChooseFolder")
                 titles.push_back(message.Text);
@@ -50,13 +42,11 @@ TEST_F(MapCheckTest, FixTogglesAWorkingReferenceBetweenTheTwoForms) {
     figure({":Runtime:textures:skin:a.jpg", "NO_MAP"});
     session.View.chkTexture = true;
     EXPECT_EQ(FixMaps(session, 0, {0, 1}, MapField::Texture), 2);
-    EXPECT_EQ(texture(0, 0), textures() + "/Skin/A.jpg");
-    EXPECT_EQ(texture(0, 1), "NO_MAP");
+    EXPECT_EQ(textureMaps(0), (Strings{textures() + "/Skin/A.jpg", "NO_MAP"}));
     EXPECT_TRUE(session.FileModified);
     session.View.chkTexture = false;
     FixMaps(session, 0, {0, 1}, MapField::Texture);
-    EXPECT_EQ(texture(0, 0), ":Runtime:Textures:Skin:A.jpg");
-    EXPECT_EQ(texture(0, 1), "NO_MAP");
+    EXPECT_EQ(textureMaps(0), (Strings{":Runtime:Textures:Skin:A.jpg", "NO_MAP"}));
     EXPECT_EQ(scans(), 0);
 }
 
@@ -64,19 +54,16 @@ TEST_F(MapCheckTest, CheckAfterOpenScansOnceForAllMaterialsThatShareAMissingMap)
     poserFile("Runtime/Textures/New/Face.JPG");
     poserFile("Runtime/Textures/New/Body.jpg");
     figure({":Old:face.jpg", ":Old:face.jpg", ":Old:body.jpg"});
-    figure({":Runtime:Textures:Old:FACE.jpg", ""});
+    figure({":Runtime:Textures:Old:FACE.jpg", ""}); // the second has no map to repair
     session.Figures[1].Materials[0].bumpMap = ":Old:body.jpg";
     CheckMapReferences(session);
     EXPECT_EQ(scans(), 1);
-    EXPECT_EQ(texture(0, 0), ":Runtime:Textures:New:Face.JPG");
-    EXPECT_EQ(texture(0, 1), ":Runtime:Textures:New:Face.JPG");
-    EXPECT_EQ(texture(0, 2), ":Runtime:Textures:New:Body.jpg");
-    EXPECT_EQ(texture(1, 0), ":Runtime:Textures:New:Face.JPG");
-    EXPECT_EQ(texture(1, 1), ""); // no map to repair
-    EXPECT_EQ(session.Figures[1].Materials[0].bumpMap, ":Runtime:Textures:New:Body.jpg");
+    const std::string face = ":Runtime:Textures:New:Face.JPG", body = ":Runtime:Textures:New:Body.jpg";
+    EXPECT_EQ(textureMaps(0), (Strings{face, face, body}));
+    EXPECT_EQ(textureMaps(1), (Strings{face, ""}));
+    EXPECT_EQ(session.Figures[1].Materials[0].bumpMap, body);
     EXPECT_TRUE(folderQuestions().empty());
-    EXPECT_FALSE(session.Maps.CheckingMaps);
-    EXPECT_FALSE(ui.ProgressVisible());
+    EXPECT_FALSE(session.Maps.CheckingMaps || ui.ProgressVisible());
     EXPECT_EQ(session.View.cmbFiguresIndex, 0);
     EXPECT_EQ(home.read("Cache/jpgs.txt"),
               "Body.jpg\r\n*" + textures() + "/New\r\nFace.JPG\r\n*" + textures() + "/New\r\n");
@@ -87,14 +74,12 @@ TEST_F(MapCheckTest, AMapFoundNowhereIsAskedAboutOnceAndKeptOrSwitchedOff) {
     figure({":Skin:gone.jpg", ":Skin:gone.jpg"});
     CheckMapReferences(session);
     EXPECT_EQ(scans(), 1);
-    EXPECT_EQ(texture(0, 0), ":Skin:gone.jpg");
     // The remembered answer is the lower-cased full path, cut to Poser form.
-    EXPECT_EQ(texture(0, 1), ":runtime:textures:skin:gone.jpg");
-
+    EXPECT_EQ(textureMaps(0), (Strings{":Skin:gone.jpg", ":runtime:textures:skin:gone.jpg"}));
     settings.SetNoMap = true;
     figure({":Skin:gone2.jpg"});
     CheckMapReferences(session);
-    EXPECT_EQ(texture(1, 0), "NO_MAP");
+    EXPECT_EQ(textureMaps(1), Strings{"NO_MAP"});
 }
 
 TEST_F(MapCheckTest, DuplicatesCostOneChoicePerRun) {
@@ -106,17 +91,15 @@ TEST_F(MapCheckTest, DuplicatesCostOneChoicePerRun) {
     CheckMapReferences(session);
     // A different reference to the same name is a different question.
     EXPECT_EQ(ui.mapQuestions().size(), 2u);
-    EXPECT_EQ(texture(0, 0), ":Runtime:Textures:One:dup.jpg");
-    EXPECT_EQ(texture(0, 1), ":Runtime:Textures:One:dup.jpg");
-    EXPECT_EQ(texture(0, 2), ":Runtime:Textures:Two:dup.jpg");
+    const std::string one = ":Runtime:Textures:One:dup.jpg";
+    EXPECT_EQ(textureMaps(0), (Strings{one, one, ":Runtime:Textures:Two:dup.jpg"}));
     // A "NO_MAP" answer also holds for the rest of the run.
     ui.nextMapChoice(-1);
     figure({":Third:dup.jpg", ":Third:dup.jpg"});
     CheckMapReferences(session);
     EXPECT_EQ(scans(), 1);
     EXPECT_EQ(ui.mapQuestions().size(), 3u);
-    EXPECT_EQ(texture(1, 0), "NO_MAP");
-    EXPECT_EQ(texture(1, 1), "NO_MAP");
+    EXPECT_EQ(textureMaps(1), (Strings{"NO_MAP", "NO_MAP"}));
 }
 
 TEST_F(MapCheckTest, AReferenceOutsidePoserAsksWhereToLook) {
@@ -126,14 +109,13 @@ TEST_F(MapCheckTest, AReferenceOutsidePoserAsksWhereToLook) {
     // Cancelled: the command ends, later materials keep their text.
     ui.nextFolder(std::nullopt);
     FixMaps(session, 0, {0, 1}, MapField::Texture);
-    EXPECT_EQ(folderQuestions(), std::vector<std::string>{"Look for a.jpg in:"});
-    EXPECT_EQ(texture(0, 0), "D:\\Maps\\a.jpg");
-    EXPECT_EQ(texture(0, 1), "D:\\Maps\\b.jpg");
+    EXPECT_EQ(folderQuestions(), Strings{"Look for a.jpg in:"});
+    EXPECT_EQ(textureMaps(0), (Strings{"D:\\Maps\\a.jpg", "D:\\Maps\\b.jpg", ":Skin:c.jpg"}));
     EXPECT_FALSE(ui.ProgressVisible());
     // Answered: that folder is scanned and the file found there keeps its absolute form.
     ui.nextFolder(home.path() + "/elsewhere");
     FixMaps(session, 0, {0}, MapField::Texture);
-    EXPECT_EQ(texture(0, 0), elsewhere);
+    EXPECT_EQ(textureMaps(0)[0], elsewhere);
     // A Poser form doesn't ask.
     FixMaps(session, 0, {2}, MapField::Texture);
     EXPECT_EQ(folderQuestions().size(), 2u);
@@ -144,8 +126,8 @@ TEST_F(MapCheckTest, TwinTextureFoldersAreScannedOnceForDifferentMissingMaps) {
     poserFile("Runtime/textures/Vendor/Face.jpg");
     figure({":Old:face.jpg", ":Old:gone.jpg", ":Old:skin.jpg", ":Old:gone2.jpg"});
     CheckMapReferences(session);
-    EXPECT_EQ(texture(0, 0), ":Runtime:textures:Vendor:Face.jpg");
-    EXPECT_EQ(texture(0, 2), ":Runtime:Textures:Skin:Skin.jpg");
+    EXPECT_EQ(textureMaps(0)[0], ":Runtime:textures:Vendor:Face.jpg");
+    EXPECT_EQ(textureMaps(0)[2], ":Runtime:Textures:Skin:Skin.jpg");
     // Both twins were walked for the first miss, and neither again for the later ones.
     EXPECT_EQ(home.read("Cache/jpgs.txt"),
               "Skin.jpg\r\n*" + textures() + "/Skin\r\nFace.jpg\r\n*" + poser() + "/Runtime/textures/Vendor\r\n");
@@ -160,8 +142,8 @@ TEST_F(MapCheckTest, AWindowsRuntimeOutsidePoserAsksWhereToLookWhenPoserLacksThe
     ui.nextFolder(home.path() + "/content");
     CheckMapReferences(session);
     EXPECT_EQ(folderQuestions(), std::vector<std::string>{"Look for ext.jpg in:"});
-    EXPECT_EQ(texture(0, 0), ext);
-    EXPECT_EQ(texture(0, 1), more); // found in what the answer's scan listed
+    EXPECT_EQ(textureMaps(0)[0], ext);
+    EXPECT_EQ(textureMaps(0)[1], more); // found in what the answer's scan listed
 }
 
 TEST_F(MapCheckTest, ThumbnailsAreKeptAndShownUnderTheFileFound) {
@@ -183,10 +165,10 @@ TEST_F(MapCheckTest, AWrongPoserFolderIsReportedAndEndsTheCommand) {
     settings.PoserFolder = home.path() + "/NoPoser";
     figure({":Skin:a.jpg", ":Skin:b.jpg"});
     EXPECT_EQ(FixMaps(session, 0, {0, 1}, MapField::Texture), 0);
-    ASSERT_EQ(ui.messages().size(), 1u);
-    EXPECT_EQ(ui.messages()[0].Text, "The Default Poser\r\nfolder preference hasn't been set up correctly.");
-    EXPECT_EQ(ui.messages()[0].Icon, MsgIcon::Exclamation);
-    EXPECT_EQ(texture(0, 1), ":Skin:b.jpg");
+    EXPECT_EQ(ui.messages(), std::vector<RecordedMessage>({{"The Default Poser\r\nfolder preference hasn't been "
+                                                            "set up correctly.",
+                                                            "Gelvane", MsgIcon::Exclamation, MsgButtons::OK}}));
+    EXPECT_EQ(textureMaps(0), (Strings{":Skin:a.jpg", ":Skin:b.jpg"}));
     EXPECT_FALSE(session.FileModified);
 }
 
@@ -198,7 +180,7 @@ TEST_F(MapCheckTest, NothingHappensWithoutAutoCorrectOrWithoutMaterials) {
     session.Options.chkNoMaterialData = true;
     CheckMapReferences(session);
     EXPECT_FALSE(ui.progressEverShown());
-    EXPECT_EQ(texture(0, 0), ":Skin:a.jpg");
+    EXPECT_EQ(textureMaps(0), Strings{":Skin:a.jpg"});
 }
 
 TEST_F(MapCheckTest, WindowsReferencesResolveAgainstThePoserFolder) {
@@ -206,15 +188,14 @@ TEST_F(MapCheckTest, WindowsReferencesResolveAgainstThePoserFolder) {
     figure({"C:\\Program Files\\Poser\\Runtime\\textures\\Skin\\a.jpg", ":Runtime:Textures:skin:a.jpg"});
     CheckMapReferences(session);
     EXPECT_EQ(scans(), 0);
-    EXPECT_EQ(texture(0, 0), ":Runtime:Textures:Skin:A.JPG");
     // A working Poser form is no file name as it stands, so it is kept as written.
-    EXPECT_EQ(texture(0, 1), ":Runtime:Textures:skin:a.jpg");
+    EXPECT_EQ(textureMaps(0), (Strings{":Runtime:Textures:Skin:A.JPG", ":Runtime:Textures:skin:a.jpg"}));
     // One that moved is searched for under Poser without asking where.
     figure({"C:\\Program Files\\Poser\\Runtime\\textures\\Old\\a.jpg"});
     CheckMapReferences(session);
     EXPECT_EQ(scans(), 1);
     EXPECT_TRUE(folderQuestions().empty());
-    EXPECT_EQ(texture(1, 0), ":Runtime:Textures:Skin:A.JPG");
+    EXPECT_EQ(textureMaps(1), Strings{":Runtime:Textures:Skin:A.JPG"});
 }
 
 } // namespace

@@ -14,35 +14,21 @@ namespace {
 
 class MapFinderTest : public MapFixture {
 protected:
-    std::string textures() const { return poser() + "/Runtime/Textures"; }
     void scan(const std::string &folder) {
         ui.ProgressShow("Please wait", "Scanning folders...", -1);
         ScanFolder(session, folder);
         ui.ProgressClose();
     }
-    static std::vector<std::string> Names(const std::vector<MapFile> &list) {
-        std::vector<std::string> names;
-        for (const MapFile &file : list)
-            names.push_back(file.Name);
-        return names;
-    }
 };
 
 TEST_F(MapFinderTest, ScanSortsFilesIntoTheFiveListsAndWritesTheCacheFiles) {
-    poserFile("Runtime/Textures/b.JPG");
-    poserFile("Runtime/Textures/a.jpeg");
-    poserFile("Runtime/Textures/Skin/c.tiff");
-    poserFile("Runtime/Textures/Skin/d.tif");
-    poserFile("Runtime/Textures/Skin/e.bum");
-    poserFile("Runtime/Textures/Skin/f.png");
-    poserFile("Runtime/Textures/Skin/gpict");
-    poserFile("Runtime/Textures/Skin/notes.txt");
+    for (const char *file :
+         {"b.JPG", "a.jpeg", "Skin/c.tiff", "Skin/d.tif", "Skin/e.bum", "Skin/f.png", "Skin/gpict", "Skin/notes.txt"})
+        poserFile(std::string("Runtime/Textures/") + file);
     scan(textures());
-    EXPECT_EQ(Names(session.Maps.JpgMaps), (std::vector<std::string>{"a.jpeg", "b.JPG"}));
-    EXPECT_EQ(Names(session.Maps.TifMaps), (std::vector<std::string>{"c.tiff", "d.tif"}));
-    EXPECT_EQ(Names(session.Maps.OtherMaps), (std::vector<std::string>{"f.png", "gpict"}));
-    EXPECT_EQ(session.Maps.TifMaps[0].Folder, textures() + "/Skin");
-    EXPECT_TRUE(IsEmptyList(session.Maps.BmpMaps));
+    EXPECT_EQ(std::tuple(NamesOf(session.Maps.JpgMaps), NamesOf(session.Maps.TifMaps), NamesOf(session.Maps.OtherMaps)),
+              std::tuple(Strings{"a.jpeg", "b.JPG"}, Strings{"c.tiff", "d.tif"}, Strings{"f.png", "gpict"}));
+    EXPECT_TRUE(session.Maps.TifMaps[0].Folder == textures() + "/Skin" && IsEmptyList(session.Maps.BmpMaps));
 
     ASSERT_TRUE(SaveMapLists(session));
     EXPECT_EQ(home.read("Cache/jpgs.txt"), "a.jpeg\r\n*" + textures() + "\r\nb.JPG\r\n*" + textures() + "\r\n");
@@ -65,11 +51,9 @@ TEST_F(MapFinderTest, ScanSurvivesLinkLoopsOddNamesAndUnreadableFolders) {
     chmod((textures() + "/Locked").c_str(), 0);
     scan(textures());
     chmod((textures() + "/Locked").c_str(), 0755);
-    const auto names = Names(session.Maps.JpgMaps);
-    if (geteuid() == 0) // root reads any folder
-        EXPECT_EQ(names, (std::vector<std::string>{"hidden.jpg", "a b \xe9.jpg"}));
-    else
-        EXPECT_EQ(names, (std::vector<std::string>{"a b \xe9.jpg"}));
+    // Root reads any folder.
+    const Strings expected = geteuid() == 0 ? Strings{"hidden.jpg", "a b \xe9.jpg"} : Strings{"a b \xe9.jpg"};
+    EXPECT_EQ(NamesOf(session.Maps.JpgMaps), expected);
 }
 
 TEST_F(MapFinderTest, CancelStopsEachRemainingFolderAtItsFirstFile) {
@@ -81,7 +65,7 @@ TEST_F(MapFinderTest, CancelStopsEachRemainingFolderAtItsFirstFile) {
     std::vector<std::string> folders;
     for (const MapFile &file : session.Maps.JpgMaps)
         folders.push_back(fs::path(file.Folder).filename().string() + "/" + file.Name);
-    EXPECT_EQ(folders, (std::vector<std::string>{"A/1.jpg", "A/2.jpg"}));
+    EXPECT_EQ(folders, (Strings{"A/1.jpg", "A/2.jpg"}));
 }
 
 TEST_F(MapFinderTest, NoMapAndUnknownMapsComeBackAsTheyAre) {
@@ -111,12 +95,10 @@ TEST_F(MapFinderTest, DuplicatesGoThroughTheCacheFileAndTheUserChooses) {
     ASSERT_TRUE(SaveMapLists(session));
     ui.nextMapChoice(1);
     EXPECT_EQ(FindFile(session, ":x:dup.jpg"), ":Runtime:Textures:Two:dup.JPG");
-    ASSERT_EQ(ui.mapQuestions(), std::vector<std::string>{"dup.jpg"});
-    ASSERT_EQ(ui.mapCandidates()[0].size(), 2u);
-    EXPECT_EQ(ui.mapCandidates()[0][0].Path, textures() + "/One/dup.jpg");
-    EXPECT_EQ(ui.mapCandidates()[0][1].Path, textures() + "/Two/dup.jpg");
-    EXPECT_EQ(session.Maps.ChosenMapIndex, 1);
-    EXPECT_EQ(session.Maps.ListedMaps, std::vector<std::string>{""});
+    ASSERT_EQ(ui.mapQuestions(), Strings{"dup.jpg"});
+    EXPECT_EQ(Each(ui.mapCandidates()[0], &MapCandidate::Path),
+              (Strings{textures() + "/One/dup.jpg", textures() + "/Two/dup.jpg"}));
+    EXPECT_EQ(std::tie(session.Maps.ChosenMapIndex, session.Maps.ListedMaps), std::tuple(1, Strings{""}));
     // The chosen file joined the list in memory: three names now, still several.
     EXPECT_EQ(session.Maps.JpgMaps.size(), 3u);
     // Closing the window or choosing the last row is "NO_MAP", whatever SetNoMap says.
@@ -163,9 +145,8 @@ TEST_F(MapFinderTest, CacheFileMatchesArePlainSubstrings) {
 TEST_F(MapFinderTest, StaleOrBrokenCacheEntriesAreReportedNotFatal) {
     home.write("Cache/jpgs.txt", "gone.jpg\r\n*" + textures() + "/Nowhere\r\n");
     EXPECT_EQ(FindFile(session, ":gone.jpg"), "NO_MAP");
-    ASSERT_EQ(ui.messages().size(), 1u);
-    EXPECT_EQ(ui.messages()[0].Text, "File " + textures() + "/Nowhere/gone.jpg doesn't exist.");
-    EXPECT_EQ(ui.messages()[0].Icon, MsgIcon::Exclamation);
+    EXPECT_EQ(ui.messages().at(0), (RecordedMessage{"File " + textures() + "/Nowhere/gone.jpg doesn't exist.",
+                                                    "Gelvane", MsgIcon::Exclamation, MsgButtons::OK}));
 
     // A file cut short after the name: the failure is reported and the search gives up.
     home.write("Cache/jpgs.txt", "cut.jpg\r\n*/some/fold");

@@ -1,17 +1,12 @@
 #pragma once
-// A temporary Poser folder, settings pointing at it, a scripted user and a session.
-#include "core/model/Session.h"
-#include "core/model/Settings.h"
-#include "support/ScriptedInteraction.h"
-#include "support/TestHome.h"
-
-#include <gtest/gtest.h>
+// A session whose Poser folder is a temporary one.
+#include "support/SessionFixture.h"
 
 #include <string>
 
 namespace gelvane::test {
 
-class MapFixture : public ::testing::Test {
+class MapFixture : public SessionFixture {
 protected:
     MapFixture() { settings.PoserFolder = home.path() + "/Poser"; }
 
@@ -20,11 +15,7 @@ protected:
         return home.write("Poser/" + relative, bytes);
     }
     std::string poser() const { return settings.PoserFolder; }
-
-    TestHome home;
-    Settings settings;
-    ScriptedInteraction ui;
-    Session session{settings, ui};
+    std::string textures() const { return poser() + "/Runtime/Textures"; }
 };
 
 } // namespace gelvane::test

@@ -9,11 +9,8 @@ namespace {
 using Strings = std::vector<std::string>;
 using CreateMaterialsTest = test::MaterialFixture;
 
-std::vector<std::string> Names(const Figure &figure) {
-    std::vector<std::string> names;
-    for (const Material &m : figure.Materials)
-        names.push_back(m.Name);
-    return names;
+Strings Names(const Figure &figure) {
+    return test::NamesOf(figure.Materials);
 }
 
 TEST_F(CreateMaterialsTest, RemoveObjectHasThreeBranches) {
@@ -28,10 +25,8 @@ TEST_F(CreateMaterialsTest, RemoveObjectHasThreeBranches) {
     // A Figure's row takes its Figure along.
     cmbFigures_Click(session, 0);
     RemoveObject(session);
-    EXPECT_EQ(session.cmbFigures, Strings{"hat"});
-    ASSERT_EQ(session.Figures.size(), 1u);
-    EXPECT_EQ(session.Figures[0].Name, "hat");
-    EXPECT_EQ(session.View.lstMaterials, Strings{"Band"});
+    EXPECT_EQ(std::tie(session.cmbFigures, session.View.lstMaterials), std::tuple(Strings{"hat"}, Strings{"Band"}));
+    EXPECT_EQ(test::NamesOf(session.Figures), Strings{"hat"});
 
     // The last one leaves no materials: the page switches them off, and without channels
     // to save nothing can be saved.
@@ -39,12 +34,9 @@ TEST_F(CreateMaterialsTest, RemoveObjectHasThreeBranches) {
     session.Options.chkChannels = true;
     session.View.mnuSaveAsEnabled = session.View.mnuExportMTLEnabled = true;
     RemoveObject(session);
-    EXPECT_TRUE(IsEmptyList(session.Figures));
-    EXPECT_TRUE(session.cmbFigures.empty());
-    EXPECT_TRUE(session.Options.chkNoMaterialData);
-    EXPECT_FALSE(session.Options.chkNoMaterialDataEnabled);
-    EXPECT_FALSE(session.View.mnuSaveAsEnabled || session.View.mnuExportMTLEnabled);
-    EXPECT_FALSE(session.FileModified);
+    EXPECT_TRUE(IsEmptyList(session.Figures) && session.cmbFigures.empty() && session.Options.chkNoMaterialData);
+    EXPECT_FALSE(session.Options.chkNoMaterialDataEnabled || session.View.mnuSaveAsEnabled ||
+                 session.View.mnuExportMTLEnabled || session.FileModified);
     const MaterialControls c = MaterialControlsOf(session);
     EXPECT_FALSE(c.lstMaterials || c.cmbFigures || c.cmdNewMat || c.cmdCreateMat || c.cmdDelete);
     EXPECT_TRUE(session.View.lstMaterials.empty());
@@ -80,8 +72,7 @@ TEST_F(CreateMaterialsTest, NewMaterial) {
     cmbFigures_Click(session, 3);
     ui.nextInput(" Wig ");
     cmdNewMat_Click(session);
-    ASSERT_EQ(session.Figures.size(), 3u);
-    EXPECT_EQ(session.Figures[2].Name, "head");
+    EXPECT_EQ(test::NamesOf(session.Figures), (Strings{"figure", "hat", "head"}));
     EXPECT_EQ(Names(session.Figures[2]), Strings{" Wig "});
     EXPECT_EQ(session.cmbFigures, (Strings{"figure", "hat", "actor head", "actor hip"}));
     EXPECT_EQ(session.View.lstMaterials, Strings{" Wig "});
@@ -107,8 +98,7 @@ TEST_F(CreateMaterialsTest, PendingItemsFollowTheListsRowNumbers) {
     EXPECT_EQ(form.lstMaterials2, (Strings{"Band", "Skin", "Lips"}));
     const auto &items = form.PendingMaterials[1].Items;
     ASSERT_EQ(items.size(), 2u);
-    EXPECT_EQ(items[1].SourceFigure, 0);
-    EXPECT_EQ(items[1].SourceMaterial, 2);
+    EXPECT_EQ(std::tie(items[1].SourceFigure, items[1].SourceMaterial), std::tuple(0, 2));
 
     // Row 2 shows "Lips" but no item has that number: Remove and Rename do nothing.
     form.cmdRemove_Click({2});
@@ -132,8 +122,7 @@ TEST_F(CreateMaterialsTest, PendingItemsFollowTheListsRowNumbers) {
     EXPECT_TRUE(form.lstMaterials2.empty());
     form.cmdAdd_Click({0});
     form.cmdOK_Click(session);
-    ASSERT_EQ(session.Figures.size(), 3u);
-    EXPECT_EQ(session.Figures[2].Name, "head");
+    EXPECT_EQ(test::NamesOf(session.Figures), (Strings{"figure", "hat", "head"}));
     EXPECT_EQ(session.Figures[2].Materials, std::vector<Material>{material(0, 1)});
     EXPECT_FALSE(session.Figures[2].Materials[0].tMinEnabled);
     EXPECT_EQ(session.cmbFigures, (Strings{"figure", "hat", "actor head", "actor hip"}));

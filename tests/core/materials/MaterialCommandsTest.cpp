@@ -1,9 +1,6 @@
 #include "MaterialFixture.h"
 
 #include "core/materials/MaterialCommands.h"
-#include "support/TestHome.h"
-
-#include <functional>
 
 namespace gelvane {
 namespace {
@@ -50,9 +47,9 @@ TEST(MaterialCommandIndices, EachButtonWritesItsFieldToTheSelectedMaterials) {
         if (*c.Typed)
             TXT_Change(s.session, c.Box, c.Typed);
         cmd_Click(s.session, c.Index);
-        EXPECT_EQ(c.Read(s.material(0)), c.Expected) << c.Index;
-        EXPECT_EQ(c.Read(s.material(2)), c.Expected) << c.Index;
-        EXPECT_EQ(c.Read(s.material(1)), before) << c.Index;
+        EXPECT_EQ(std::tuple(c.Read(s.material(0)), c.Read(s.material(1)), c.Read(s.material(2))),
+                  std::tuple(c.Expected, before, c.Expected))
+            << c.Index;
         EXPECT_TRUE(s.session.FileModified) << c.Index;
         // No command touches a flag.
         EXPECT_TRUE(PropertyFlag(s.material(0), PropertyOfCommand(c.Index))) << c.Index;
@@ -69,17 +66,14 @@ TEST_F(MaterialCommandsTest, TwoSelectedMaterialsTakeTheShownValueTheirOwnCheckA
     EXPECT_FALSE(material(2).tMinEnabled);
 
     CheckBox_Click(session, 2); // each field flips by itself
-    EXPECT_TRUE(material(0).reflectThruKd);
-    EXPECT_FALSE(material(2).reflectThruKd);
-    EXPECT_TRUE(page().Checks[2]);
+    EXPECT_TRUE(material(0).reflectThruKd && !material(2).reflectThruKd && page().Checks[2]);
     CheckBox_Click(session, 0);
     EXPECT_TRUE(material(0).ksIgnoreTexture && material(2).ksIgnoreTexture);
 
     ui.nextColor(RgbColor{1, 2, 3});
     SHP_Click(session, 2);
-    EXPECT_EQ(material(0).KaColor, (Rgb{1, 2, 3}));
-    EXPECT_EQ(material(2).KaColor, (Rgb{1, 2, 3}));
-    EXPECT_EQ(page().SHP[2], (Rgb{1, 2, 3}));
+    EXPECT_EQ(std::tie(material(0).KaColor, material(2).KaColor, page().SHP[2]),
+              std::tuple(Rgb{1, 2, 3}, Rgb{1, 2, 3}, Rgb{1, 2, 3}));
     ui.nextColor(std::nullopt); // Cancel
     SHP_Click(session, 2);
     EXPECT_EQ(material(0).KaColor, (Rgb{1, 2, 3}));
@@ -92,12 +86,11 @@ TEST_F(MaterialCommandsTest, TwoSelectedMaterialsTakeTheShownValueTheirOwnCheckA
     cmd_Click(session, 14);
     cmd_Click(session, 2);
     EXPECT_FALSE(session.FileModified);
-    EXPECT_EQ(material(1).NsExponent, 40);
-    EXPECT_EQ(material(1).textureMap, "NO_MAP");
+    EXPECT_EQ(std::tie(material(1).NsExponent, material(1).textureMap), std::tuple(40, "NO_MAP"));
 }
 
 TEST_F(MaterialCommandsTest, BrowseStoresTheChosenMapInTheFormThePathBoxAsks) {
-    test::TestHome home;
+    const test::TestHome home;
     settings.PoserFolder = home.path();
     settings.MapFolder = home.file("Maps");
     settings.MapThumb = true;
@@ -108,23 +101,20 @@ TEST_F(MaterialCommandsTest, BrowseStoresTheChosenMapInTheFormThePathBoxAsks) {
     ui.nextFile(std::nullopt); // Cancel
     cmd_Click(session, 11);
     ASSERT_EQ(ui.fileRequests().size(), 1u);
-    const FileDialogRequest &request = ui.fileRequests()[0];
-    EXPECT_EQ(request.Title, "Load Bump Map");
-    EXPECT_EQ(request.DefaultExt, "bum");
-    EXPECT_EQ(request.InitialDir, home.file("Maps"));
-    EXPECT_EQ(request.Flags, kOpenDialogFlags);
-    EXPECT_TRUE(request.Preview);
-    EXPECT_EQ(request.Filter, "All image files|*.jpg;*.tif;*.bmp;*.psd;*.bum|JPG Image|*.jpg|TIF Image|*.tif|"
-                              "BMP Image|*.bmp|PSD Image|*.psd|BUM Image|*.bum|All files|*.*");
+    EXPECT_EQ(test::Fields(ui.fileRequests()[0]),
+              std::tuple("Load Bump Map",
+                         "All image files|*.jpg;*.tif;*.bmp;*.psd;*.bum|JPG Image|*.jpg|TIF Image|*.tif|"
+                         "BMP Image|*.bmp|PSD Image|*.psd|BUM Image|*.bum|All files|*.*",
+                         "bum", home.file("Maps"), "", kOpenDialogFlags, false));
+    EXPECT_TRUE(ui.fileRequests()[0].Preview);
     EXPECT_FALSE(session.FileModified);
     EXPECT_EQ(material(0).bumpMap, "NO_MAP");
 
     ui.nextFile(skin);
     cmd_Click(session, 10);
     EXPECT_EQ(ui.fileRequests()[1].DefaultExt, "jpg");
-    EXPECT_EQ(material(0).textureMap, ":Runtime:Textures:Skin:Skin A.jpg");
-    EXPECT_EQ(material(1).textureMap, material(0).textureMap);
-    EXPECT_EQ(box(8), material(1).textureMap);
+    const std::string stored = ":Runtime:Textures:Skin:Skin A.jpg";
+    EXPECT_EQ(std::tie(material(0).textureMap, material(1).textureMap, box(8)), std::tie(stored, stored, stored));
     EXPECT_EQ(page().LastMapFolder, home.file("Runtime/Textures/Skin"));
     EXPECT_TRUE(session.FileModified);
 
@@ -146,8 +136,8 @@ TEST_F(MaterialCommandsTest, PathBoxesApplyTypedAndDroppedPathsAndOpenWhatTheySh
     EXPECT_FALSE(session.FileModified);
 
     TXT_Drop(session, 9, {"/elsewhere/first.bum", "/elsewhere/second.bum"});
-    EXPECT_EQ(material(0).bumpMap, "/elsewhere/first.bum");
-    EXPECT_EQ(material(1).bumpMap, "/elsewhere/first.bum");
+    EXPECT_EQ(std::tie(material(0).bumpMap, material(1).bumpMap),
+              std::tuple("/elsewhere/first.bum", "/elsewhere/first.bum"));
     EXPECT_TRUE(page().MapMissing[1]); // a missing file is stored and shows in red
     TXT_Drop(session, 5, {"/elsewhere/first.bum"});
     EXPECT_EQ(box(5), "80");
@@ -156,8 +146,7 @@ TEST_F(MaterialCommandsTest, PathBoxesApplyTypedAndDroppedPathsAndOpenWhatTheySh
     session.FileModified = false;
     TXT_Change(session, 8, "/nowhere/typed.jpg");
     cmd_Click(session, 6);
-    ASSERT_EQ(ui.messages().size(), 1u);
-    EXPECT_EQ(ui.messages()[0].Text, "Path not found");
+    EXPECT_EQ(Texts(), std::vector<std::string>{"Path not found"});
     EXPECT_EQ(material(0).textureMap, "NO_MAP");
     EXPECT_FALSE(session.FileModified);
 }

@@ -1,10 +1,7 @@
 #pragma once
 // A session with two figures and an actor row for the material page's tests.
 #include "core/materials/MaterialPageState.h"
-#include "core/model/Settings.h"
-#include "support/ScriptedInteraction.h"
-
-#include <gtest/gtest.h>
+#include "support/SessionFixture.h"
 
 namespace gelvane::test {
 
@@ -28,21 +25,12 @@ inline Material FullMaterial(const std::string &name, int16_t shade) {
 
 // Two figures ("figure" with Skin, Eyes, Lips; "hat" with Band) and the row "actor hip",
 // the first figure chosen as an open leaves it.
-struct MaterialSession {
-    Settings settings;
-    ScriptedInteraction ui;
-    Session session{settings, ui};
-
+struct MaterialSession : TestSession {
     MaterialSession() {
         settings.PoserFolder = "/poser";
         settings.MainThumb = false;
-        Figure figure;
-        figure.Name = "figure";
-        figure.Materials = {FullMaterial("Skin", 10), FullMaterial("Eyes", 20), FullMaterial("Lips", 30)};
-        Figure hat;
-        hat.Name = "hat";
-        hat.Materials = {FullMaterial("Band", 40)};
-        session.Figures = {figure, hat};
+        session.Figures = {{"figure", {FullMaterial("Skin", 10), FullMaterial("Eyes", 20), FullMaterial("Lips", 30)}},
+                           {"hat", {FullMaterial("Band", 40)}}};
         session.cmbFigures = {"figure", "hat", "actor hip"};
         session.View.EnableMaterialControls();
         cmbFigures_Click(session, 0); // as an open leaves it

@@ -10,16 +10,14 @@ using MaterialPageStateTest = test::MaterialFixture;
 
 TEST_F(MaterialPageStateTest, ObjectRowsWithAndWithoutMaterials) {
     cmbFigures_Click(session, 2); // the actor row
-    EXPECT_FALSE(session.View.MaterialControlsEnabled);
-    EXPECT_TRUE(session.View.lstMaterials.empty());
-    EXPECT_EQ(ShownMaterial(session), nullptr);
+    EXPECT_TRUE(!session.View.MaterialControlsEnabled && session.View.lstMaterials.empty() &&
+                ShownMaterial(session) == nullptr);
     EXPECT_EQ(box(1), "1"); // emptied boxes fall back to their minimum
 
     cmbFigures_Click(session, 1);
-    EXPECT_TRUE(session.View.MaterialControlsEnabled);
-    EXPECT_EQ(session.View.lstMaterials, Strings{"Band"});
-    EXPECT_EQ(page().SelectedMaterials, std::vector<int>{0});
-    EXPECT_EQ(ShownMaterial(session), &material(0, 1));
+    EXPECT_TRUE(session.View.MaterialControlsEnabled && ShownMaterial(session) == &material(0, 1));
+    EXPECT_EQ(std::tie(session.View.lstMaterials, page().SelectedMaterials),
+              std::tuple(Strings{"Band"}, std::vector{0}));
     EXPECT_EQ(page().SHP[0], (Rgb{40, 0, 0}));
 }
 
@@ -45,8 +43,8 @@ TEST_F(MaterialPageStateTest, ThumbnailsAndMapColoursFollowTheShownMaterial) {
     material(0).bumpMap = "no_map";
     material(2).reflectionMap = "/maps/Lips.png";
     lstMaterials_Click(session, {0}, 0);
-    EXPECT_EQ(session.View.imgThumb[0], "/poser\\runtime\\textures\\skin.jpg");
-    EXPECT_EQ(session.View.imgThumb[1], ""); // NO_MAP
+    EXPECT_EQ(std::tie(session.View.imgThumb[0], session.View.imgThumb[1]), // the second is NO_MAP
+              std::tuple("/poser\\runtime\\textures\\skin.jpg", ""));
     EXPECT_EQ(box(8), ":Runtime:textures:Skin.JPG");
     EXPECT_EQ(page().MapMissing, (std::array<bool, 4>{true, false, false, false}));
     lstMaterials_Click(session, {2}, 2);
@@ -114,12 +112,10 @@ TEST_F(MaterialPageStateTest, NumberBoxesCorrectTheirTextAndMoveTheirBar) {
     }
     // Moving a bar writes its box.
     SCR_Change(session, 3, 37);
-    EXPECT_EQ(box(4), "0.37");
     SCR_Change(session, 5, -40);
-    EXPECT_EQ(box(6), "-40");
+    EXPECT_EQ(std::tie(box(4), box(6)), std::tuple("0.37", "-40"));
     // Typing changes no material.
-    EXPECT_EQ(material(0).tExpo, 0.5f);
-    EXPECT_FALSE(session.FileModified);
+    EXPECT_TRUE(material(0).tExpo == 0.5f && !session.FileModified);
     EXPECT_TRUE(IsNumeric(" 5. ") && IsNumeric("-1,5e-3") && !IsNumeric("1.2.3") && !IsNumeric("1e"));
 }
 
@@ -168,9 +164,7 @@ TEST_F(MaterialPageStateTest, LabelDoubleClicksSwitchEverySelectedMaterial) {
     lblX_DblClick(session, kKdColor);
     lblX_DblClick(session, kKsColor);
     lblX_DblClick(session, kKaColor);
-    ASSERT_EQ(ui.messages().size(), 2u);
-    EXPECT_EQ(ui.messages()[0].Text, kObjectColorP5Message);
-    EXPECT_EQ(ui.messages()[1].Text, kHighlightColorP5Message);
+    EXPECT_EQ(Texts(), (Strings{kObjectColorP5Message, kHighlightColorP5Message}));
     EXPECT_EQ(ui.messages()[1].Icon, MsgIcon::Exclamation);
     EXPECT_TRUE(material(0).KdColorEnabled && material(2).KsColorEnabled);
     EXPECT_FALSE(material(0).KaColorEnabled || material(2).KaColorEnabled);

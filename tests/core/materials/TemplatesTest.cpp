@@ -2,14 +2,9 @@
 #include "core/materials/MaterialPageState.h"
 #include "core/materials/TemplateEditor.h"
 
-#include "core/model/Session.h"
-#include "core/model/Settings.h"
 #include "core/platform/Paths.h"
 #include "core/reader/OpenFile.h"
-#include "support/ScriptedInteraction.h"
-#include "support/TestHome.h"
-
-#include <gtest/gtest.h>
+#include "support/SessionFixture.h"
 
 namespace gelvane {
 namespace {
@@ -188,8 +183,7 @@ TEST_F(TemplatesTest, MainWindowBoxesSelectWholeNamesWithExactCase) {
     std::string seen;
     cmdEditTemplate_Click(session, [&] { seen = session.FileName; });
     EXPECT_EQ(seen, TemplatePath("Figure"));
-    EXPECT_EQ(session.FileName, "open.cr2");
-    EXPECT_FALSE(session.CommandLineOpen);
+    EXPECT_TRUE(session.FileName == "open.cr2" && !session.CommandLineOpen);
     ui.nextAnswer(MsgResult::No);
     cmdDelTemplate_Click(session);
     EXPECT_EQ(ui.messages().back().Text, "Are you sure you want to delete template\r\nFigure?");
@@ -208,9 +202,8 @@ TEST_F(TemplatesTest, AFreshOpenRefreshesTheListAndPicksTheDefault) {
     ui.nextFile(home.write("a.pz2", test::ReadTestData("gui/demo.pz2")));
     OpenFile(session);
     ASSERT_FALSE(session.OpenFailed);
-    EXPECT_EQ(session.View.Combo1, Names{"Skin"});
-    EXPECT_EQ(session.View.Combo1Index, 0);
-    EXPECT_EQ(session.View.Combo2, Names{"Skin"});
+    EXPECT_EQ(std::tie(session.View.Combo1, session.View.Combo1Index, session.View.Combo2),
+              std::tuple(Names{"Skin"}, 0, Names{"Skin"}));
 }
 
 } // namespace

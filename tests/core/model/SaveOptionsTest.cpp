@@ -1,19 +1,11 @@
 #include "core/model/SaveOptions.h"
 
-#include "core/model/Session.h"
-#include "core/model/Settings.h"
-#include "support/ScriptedInteraction.h"
+#include "support/SessionFixture.h"
 
-#include <gtest/gtest.h>
-
-namespace gelvane {
+namespace gelvane::test {
 namespace {
 
-struct SaveOptionsTest : ::testing::Test {
-    Settings settings;
-    test::ScriptedInteraction ui;
-    Session session{settings, ui};
-};
+using SaveOptionsTest = SessionFixture;
 
 TEST_F(SaveOptionsTest, VersionBoxGivesTheNumberPrintedBack) {
     const std::pair<const char *, const char *> cases[] = {
@@ -23,15 +15,13 @@ TEST_F(SaveOptionsTest, VersionBoxGivesTheNumberPrintedBack) {
     for (const auto &[text, version] : cases) {
         session.FileModified = false;
         VersionText_Change(session, text);
-        EXPECT_EQ(session.OutputVersion, version) << text;
-        EXPECT_EQ(session.Options.VersionText, text);
-        EXPECT_TRUE(session.FileModified);
+        EXPECT_EQ(std::tie(session.OutputVersion, session.Options.VersionText, session.FileModified),
+                  std::tuple(version, text, true));
     }
     // A number beyond any float keeps the version before it.
     VersionText_Change(session, "4.01");
     VersionText_Change(session, "1e999");
-    EXPECT_EQ(session.OutputVersion, "4.01");
-    EXPECT_EQ(session.Options.VersionText, "1e999");
+    EXPECT_EQ(std::tie(session.OutputVersion, session.Options.VersionText), std::tuple("4.01", "1e999"));
 }
 
 TEST_F(SaveOptionsTest, FormatChoiceBringsTheVersionOfItsSetting) {
@@ -39,21 +29,18 @@ TEST_F(SaveOptionsTest, FormatChoiceBringsTheVersionOfItsSetting) {
     settings.P5VersionNumber = "5.0";
     VersionText_Change(session, "7");
     optPoserFormat_Click(session, 1);
-    EXPECT_TRUE(session.Options.PoserFormatP5);
-    EXPECT_EQ(session.OutputVersion, "5");
+    EXPECT_EQ(std::tie(session.Options.PoserFormatP5, session.OutputVersion), std::tuple(true, "5"));
     optPoserFormat_Click(session, 0);
-    EXPECT_FALSE(session.Options.PoserFormatP5);
-    EXPECT_EQ(session.OutputVersion, "4.01");
+    EXPECT_EQ(std::tie(session.Options.PoserFormatP5, session.OutputVersion), std::tuple(false, "4.01"));
 
     // With the settings off, the box keeps what it holds.
     settings.SetPoserVersion = settings.SetP5Version = false;
     VersionText_Change(session, "7");
     optPoserFormat_Click(session, 1);
-    EXPECT_TRUE(session.Options.PoserFormatP5);
-    EXPECT_EQ(session.OutputVersion, "7");
+    EXPECT_EQ(std::tie(session.Options.PoserFormatP5, session.OutputVersion), std::tuple(true, "7"));
     optPoserFormat_Click(session, 0);
     EXPECT_EQ(session.Options.VersionText, "7");
 }
 
 } // namespace
-} // namespace gelvane
+} // namespace gelvane::test

@@ -1,12 +1,9 @@
 #include "core/platform/Desktop.h"
-#include "support/ScriptedInteraction.h"
-#include "support/TestHome.h"
-
-#include <gtest/gtest.h>
+#include "support/ScopedEnv.h"
+#include "support/SessionFixture.h"
 
 #include <cerrno>
 #include <chrono>
-#include <cstdlib>
 #include <filesystem>
 #include <thread>
 
@@ -27,18 +24,6 @@ std::string AwaitFile(const TestHome &home, const std::string &relative) {
     return home.read(relative);
 }
 
-// Puts `folder` alone on PATH for the life of the object.
-class ScopedPath {
-public:
-    explicit ScopedPath(const std::string &folder) : m_old(std::getenv("PATH") ? std::getenv("PATH") : "") {
-        setenv("PATH", folder.c_str(), 1);
-    }
-    ~ScopedPath() { setenv("PATH", m_old.c_str(), 1); }
-
-private:
-    std::string m_old;
-};
-
 std::string FakeWine(const TestHome &home) {
     const std::string wine = home.write("bin/wine", "#!/bin/sh\necho \"$@\" > \"${0%/*}/../started.txt\"\n");
     std::filesystem::permissions(wine, std::filesystem::perms::owner_all);
@@ -57,36 +42,23 @@ TEST(StartDetached, StartsWithoutWaitingAndReportsAMissingProgram) {
     EXPECT_FALSE(StartDetached({}, &error));
 }
 
-TEST(RunPoser, StartsPoserExeThroughWine) {
-    TestHome home;
-    home.write("Poser/poser.exe", "MZ");
-    FakeWine(home);
-    ScopedPath path(home.file("bin"));
-    ScriptedInteraction ui;
-    RunPoser(home.file("Poser"), ui);
-    EXPECT_TRUE(ui.messages().empty());
-    EXPECT_EQ(AwaitFile(home, "started.txt"), home.file("Poser/poser.exe") + "\n");
-}
-
-TEST(RunPoser, MissingExecutableOrWineIsReported) {
+TEST(RunPoser, StartsPoserExeThroughWineOrSaysWhatIsMissing) {
     TestHome home;
     FakeWine(home);
-    const std::string expected = "Poser executable could not be found in\r\n" + home.file("Poser") + ".";
-    {
-        ScopedPath path(home.file("bin"));
+    const auto run = [&](const char *bin) {
+        const test::ScopedEnv path("PATH", home.file(bin)); // the folder alone
         ScriptedInteraction ui;
         RunPoser(home.file("Poser"), ui);
-        ASSERT_EQ(ui.messages().size(), 1u);
-        EXPECT_EQ(ui.messages()[0].Text, expected);
-        EXPECT_EQ(ui.messages()[0].Icon, MsgIcon::Exclamation);
-    }
-    home.write("Poser/Poser.exe", "MZ");
-    ScopedPath path(home.file("empty-bin"));
-    ScriptedInteraction ui;
-    RunPoser(home.file("Poser"), ui);
-    ASSERT_EQ(ui.messages().size(), 1u);
-    EXPECT_EQ(ui.messages()[0].Text, expected);
+        return ui.messages();
+    };
+    const test::RecordedMessage missing{"Poser executable could not be found in\r\n" + home.file("Poser") + ".",
+                                        "Gelvane", MsgIcon::Exclamation, MsgButtons::OK};
+    EXPECT_EQ(run("bin"), std::vector{missing});
+    home.write("Poser/poser.exe", "MZ");
+    EXPECT_EQ(run("empty-bin"), std::vector{missing}); // no wine on the path
     EXPECT_EQ(home.read("started.txt"), "");
+    EXPECT_TRUE(run("bin").empty());
+    EXPECT_EQ(AwaitFile(home, "started.txt"), home.file("Poser/poser.exe") + "\n");
 }
 
 } // namespace

@@ -1,13 +1,8 @@
 #include "core/reader/DeltaRemoval.h"
 
-#include "core/model/Settings.h"
 #include "core/model/Text.h"
-#include "support/ScriptedInteraction.h"
-#include "support/TestHome.h"
+#include "support/SessionFixture.h"
 
-#include <gtest/gtest.h>
-
-#include <functional>
 #include <random>
 
 namespace gelvane {
@@ -63,8 +58,6 @@ TEST(DeltaRemoval, LinearFormsMatchTheLiteralSteps) {
 TEST(DeltaRemoval, ReadingInBlocksGivesThePiecewiseCut) {
     static const char *const parts[] = {"deltas", "deltas ", "deltas\n", "deltas\r", "deltas \r\n", "del", "tas\n", " ",
                                         "\n",     "\r",      "}",        "{",        "d 1\n",       "x",   "l"};
-    Settings settings;
-    test::ScriptedInteraction ui;
     test::TestHome home;
     std::mt19937 rng(31);
     for (int round = 0; round < 400; ++round) {
@@ -72,7 +65,8 @@ TEST(DeltaRemoval, ReadingInBlocksGivesThePiecewiseCut) {
         for (int n = static_cast<int>(rng() % 30); n > 0; --n)
             text += parts[rng() % std::size(parts)];
         const std::string path = home.write("figure.cr2", text);
-        Session session(settings, ui);
+        test::TestSession t;
+        Session &session = t.session;
         session.BatchMode = true;
         std::string expected = text, read;
         RemoveDeltas(session, expected, 0);
@@ -117,9 +111,9 @@ TEST(DeltaRemoval, YieldsBetweenPiecesAndCancels) {
         [&](Session &session, std::string &out) { return ReadFileWithoutDeltas(session, path, out, 0); },
     };
     for (const auto &form : forms) {
-        Settings settings;
-        test::ScriptedInteraction ui;
-        Session session(settings, ui);
+        test::TestSession t;
+        Session &session = t.session;
+        test::ScriptedInteraction &ui = t.ui;
         ui.ProgressShow("Please wait", "Reading data...", 6);
         std::string out;
         EXPECT_TRUE(form(session, out));
@@ -131,11 +125,9 @@ TEST(DeltaRemoval, YieldsBetweenPiecesAndCancels) {
         EXPECT_EQ(out, "cancel");
     }
 
-    Settings settings;
-    test::ScriptedInteraction ui;
-    Session session(settings, ui);
-    session.SecondsClock = [] { return 1125; };
-    EXPECT_EQ(ElapsedText(session, 1000), "Elapsed time: 2 min, 5 sec");
+    test::TestSession t;
+    t.session.SecondsClock = [] { return 1125; };
+    EXPECT_EQ(ElapsedText(t.session, 1000), "Elapsed time: 2 min, 5 sec");
 }
 
 } // namespace

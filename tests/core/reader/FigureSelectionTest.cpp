@@ -1,13 +1,10 @@
 #include "core/reader/FigureSelection.h"
 
 #include "FigureTestSession.h"
-#include "core/platform/Failure.h"
 #include "core/reader/DeltaRemoval.h"
 
-namespace gelvane {
+namespace gelvane::test {
 namespace {
-
-using Strings = std::vector<std::string>;
 
 TEST(FigureSelection, CountIsHalfTheGeometryLinesRoundedToEven) {
     const int expected[] = {0, 0, 1, 2, 2, 2, 3, 4};
@@ -18,7 +15,7 @@ TEST(FigureSelection, CountIsHalfTheGeometryLinesRoundedToEven) {
 
 TEST(FigureSelection, ScansAndCutsEachFigure) {
     FigureList list;
-    list.FileText = test::ReadTestData("figures/two-figures.cr2");
+    list.FileText = ReadTestData("figures/two-figures.cr2");
     RemoveDeltasPieces(list.FileText);
     ScanFigures(list);
     EXPECT_EQ(list.FigureNames, (Strings{"Tester", "Other Figure"}));
@@ -44,7 +41,7 @@ TEST(FigureSelection, ScansAndCutsEachFigure) {
     EXPECT_THROW(CutFigureText(list, 2), Failure);
 }
 
-using FigureRun = test::FigureTestSession;
+using FigureRun = FigureTestSession;
 
 TEST_F(FigureRun, EachFigureOpensAlone) {
     Dropped("one-figure.cr2");
@@ -52,19 +49,16 @@ TEST_F(FigureRun, EachFigureOpensAlone) {
     RunFigureSelection(session, Chooser(0));
     EXPECT_EQ(chooserCalls, 0); // one figure: nothing to choose
     EXPECT_EQ(MaterialNames(), (Strings{"Skin", "Eyes"}));
-    EXPECT_EQ(Questions(), 1);
-    EXPECT_FALSE(session.FileModified);
+    EXPECT_TRUE(Questions() == 1 && !session.FileModified);
 
     Dropped("two-figures.cr2");
     ui.nextAnswer(MsgResult::Yes);
     RunFigureSelection(session, Chooser(1));
     EXPECT_EQ(offered, (Strings{"Tester", "Other Figure"}));
     // The chosen figure's materials and actors, none of the other's.
-    EXPECT_EQ(session.cmbFigures, (Strings{"figure", "actor BODY:2", "actor chest:2"}));
-    EXPECT_EQ(MaterialNames(), (Strings{"Cloth", "Buttons"}));
-    EXPECT_EQ(Questions(), 2);
-    EXPECT_TRUE(session.FileModified); // "Yes": the channels were loaded
-    EXPECT_FALSE(ui.ProgressVisible());
+    EXPECT_EQ(std::tuple(session.cmbFigures, MaterialNames(), Questions()),
+              std::tuple(Strings{"figure", "actor BODY:2", "actor chest:2"}, Strings{"Cloth", "Buttons"}, 2));
+    EXPECT_TRUE(session.FileModified && !ui.ProgressVisible()); // "Yes": the channels were loaded
 }
 
 TEST_F(FigureRun, FiguresThatShareAGeometryEachOpenTheirOwnPart) {
@@ -89,24 +83,20 @@ TEST_F(FigureRun, SkipFlagsDecideWhatIsRead) {
     Dropped("two-figures.cr2");
     session.SkipMaterials = true;
     RunFigureSelection(session, Chooser(std::nullopt)); // the window is closed
-    EXPECT_TRUE(ui.messages().empty());
-    EXPECT_FALSE(session.SkipMaterials);
+    EXPECT_TRUE(ui.messages().empty() && !session.SkipMaterials);
 
     Dropped("two-figures.cr2");
     session.SkipChannels = true;
     RunFigureSelection(session, Chooser(0));
     EXPECT_EQ(MaterialNames(), (Strings{"Skin"}));
-    EXPECT_EQ(Questions(), 0);
-    EXPECT_FALSE(session.FileModified);
+    EXPECT_TRUE(Questions() == 0 && !session.FileModified);
 
     // Channels only: no open, no question; the waiting path is consumed all the same.
     session.DialogFileName = home.file("two-figures.cr2");
     session.SkipMaterials = true;
     RunFigureSelection(session, Chooser(1));
     EXPECT_EQ(MaterialNames(), (Strings{"Skin"}));
-    EXPECT_EQ(Questions(), 0);
-    EXPECT_TRUE(session.FileModified);
-    EXPECT_FALSE(session.CommandLineOpen);
+    EXPECT_TRUE(Questions() == 0 && session.FileModified && !session.CommandLineOpen);
 }
 
 TEST_F(FigureRun, WhatIsNoCharacterSaysSo) {
@@ -119,11 +109,9 @@ TEST_F(FigureRun, WhatIsNoCharacterSaysSo) {
     RunFigureSelection(session, Chooser(0));
 
     EXPECT_EQ(Texts(), Strings(3, "Not a valid Character file"));
-    EXPECT_EQ(ui.messages()[0].Icon, MsgIcon::Exclamation);
-    EXPECT_EQ(chooserCalls, 0);
-    EXPECT_TRUE(IsEmptyList(session.Figures));
-    EXPECT_FALSE(ui.ProgressVisible());
+    EXPECT_TRUE(ui.messages()[0].Icon == MsgIcon::Exclamation && chooserCalls == 0);
+    EXPECT_TRUE(IsEmptyList(session.Figures) && !ui.ProgressVisible());
 }
 
 } // namespace
-} // namespace gelvane
+} // namespace gelvane::test

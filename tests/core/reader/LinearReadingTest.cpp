@@ -2,22 +2,26 @@
 // thousands of generated texts built from the fragments that matter, so that every odd
 // join, overlap and degenerate line occurs.
 #include "core/model/Numbers.h"
-#include "core/model/Settings.h"
 #include "core/model/Text.h"
-#include "core/platform/Failure.h"
 #include "core/reader/MaterialParser.h"
 #include "core/reader/PropLines.h"
 #include "core/reader/TextIndex.h"
-#include "support/ScriptedInteraction.h"
-
-#include <gtest/gtest.h>
+#include "support/SessionFixture.h"
 
 #include <random>
 
-namespace gelvane {
+namespace gelvane::test {
 namespace {
 
-std::string Generated(std::mt19937 &rng, const std::vector<std::string_view> &parts, int most) {
+// The fragments of `joined`, which stand between "|"s.
+Strings Parts(std::string_view joined) {
+    Strings parts;
+    for (size_t from = 0, bar = 0; bar != std::string_view::npos; from = bar + 1)
+        parts.emplace_back(joined.substr(from, (bar = joined.find('|', from)) - from));
+    return parts;
+}
+
+std::string Generated(std::mt19937 &rng, const Strings &parts, int most) {
     std::string text;
     for (int n = static_cast<int>(rng() % static_cast<unsigned>(most)); n > 0; --n)
         text += parts[rng() % parts.size()];
@@ -68,9 +72,7 @@ PropLineScan LiteralHeadPropLines(std::string text) {
 TEST(LinearReading, PropLineScansMatchTheLiteralScans) {
     // Prop names that are prefixes of one another, lines that run into each other when a
     // line feed goes, "prop" alone, tabs and blanks that stripping removes.
-    const std::vector<std::string_view> parts = {"\nprop ", "\nprop ", "\nprop", "prop ", "prop", "\n",  "{",
-                                                 "\n{\n",   "}",       " ",      "\t",    "a",    "b",   "ab",
-                                                 ":1",      "0",       "x",      "\np",   "rop ", "\n\n"};
+    const Strings parts = Parts("\nprop |\nprop |\nprop|prop |prop|\n|{|\n{\n|}| |\t|a|b|ab|:1|0|x|\np|rop |\n\n");
     std::mt19937 rng(20261124);
     for (int round = 0; round < 6000; ++round) {
         std::string text = Generated(rng, parts, 30);
@@ -87,7 +89,7 @@ TEST(LinearReading, PropLineScansMatchTheLiteralScans) {
 }
 
 TEST(LinearReading, LinePlacesMatchTheLiteralSearches) {
-    const std::vector<std::string_view> parts = {"\n", "prop a", "prop a:1", " ", "\n ", "figure", "a", "\t", "x"};
+    const Strings parts = Parts("\n|prop a|prop a:1| |\n |figure|a|\t|x");
     std::mt19937 rng(7);
     for (int round = 0; round < 3000; ++round) {
         const std::string text = Generated(rng, parts, 25);
@@ -115,29 +117,11 @@ TEST(LinearReading, LinePlacesMatchTheLiteralSearches) {
 // Every block of the scan read as ParseMaterial reads it alone; a failure must come at
 // the same block, with the same number.
 TEST(LinearReading, OverlappingMaterialBlocksReadAsEachBlockAlone) {
-    const std::vector<std::string_view> parts = {"material ",
-                                                 "material x\n",
-                                                 "{",
-                                                 "}",
-                                                 "\n",
-                                                 " ",
-                                                 "KdColor ",
-                                                 "KsColor 1 0 1 ",
-                                                 "0.5 ",
-                                                 "1",
-                                                 "TextureColor 1 1 1 0.75\n",
-                                                 "NsExponent 40\n",
-                                                 "tMin ",
-                                                 "tExpo 0.6\n",
-                                                 "ksIgnoreTexture 1\n",
-                                                 "textureMap \"a b.jpg\"\n",
-                                                 "bumpMap ",
-                                                 "NO_MAP\n",
-                                                 "reflectionStrength 2\n",
-                                                 "x",
-                                                 "\t"};
+    const Strings parts = Parts(
+        "material |material x\n|{|}|\n| |KdColor |KsColor 1 0 1 |0.5 |1|TextureColor 1 1 1 0.75\n|NsExponent 40\n|tMin "
+        "|tExpo 0.6\n|ksIgnoreTexture 1\n|textureMap \"a b.jpg\"\n|bumpMap |NO_MAP\n|reflectionStrength 2\n|x|\t");
     Settings settings;
-    test::ScriptedInteraction ui;
+    ScriptedInteraction ui;
     std::mt19937 rng(11);
     for (int round = 0; round < 3000; ++round) {
         const std::string text = Generated(rng, parts, 30);
@@ -155,17 +139,8 @@ TEST(LinearReading, OverlappingMaterialBlocksReadAsEachBlockAlone) {
             const size_t close = text.find('}', starts[k]);
             const size_t end = close != std::string::npos ? close + 1 : toTextEnd ? text.size() : starts[k];
             const std::string_view block = std::string_view(text).substr(starts[k], end - starts[k]);
-            int fastFailure = 0, literalFailure = 0;
-            try {
-                scan.Parse(starts[k], end, 0, static_cast<int>(k));
-            } catch (const Failure &f) {
-                fastFailure = f.Number;
-            }
-            try {
-                ParseMaterial(literal, block, 0, static_cast<int>(k));
-            } catch (const Failure &f) {
-                literalFailure = f.Number;
-            }
+            const int fastFailure = FailureNumber([&] { scan.Parse(starts[k], end, 0, static_cast<int>(k)); });
+            const int literalFailure = FailureNumber([&] { ParseMaterial(literal, block, 0, static_cast<int>(k)); });
             ASSERT_EQ(fastFailure, literalFailure) << text << " @" << starts[k];
             if (fastFailure != 0)
                 break;
@@ -204,42 +179,20 @@ void LiteralCustomMaterials(Session &session, std::string_view text) {
 }
 
 TEST(LinearReading, CustomMaterialsReadAsTheBlocksAlone) {
-    const std::vector<std::string_view> parts = {"customMaterial ",
-                                                 "2\n",
-                                                 "3\r\n",
-                                                 "1\n",
-                                                 "material ",
-                                                 "m\n",
-                                                 "material x\r\n",
-                                                 "{",
-                                                 "}",
-                                                 "KdColor 1 0 1 ",
-                                                 "\n",
-                                                 "tMin 0.5\n",
-                                                 "textureMap \"a.jpg\"\n",
-                                                 " ",
-                                                 "\r"};
+    const Strings parts = Parts("customMaterial |2\n|3\r\n|1\n|material |m\n|material x\r\n|{|}|KdColor 1 0 1 |\n|tMin "
+                                "0.5\n|textureMap \"a.jpg\"\n| |\r");
     Settings settings;
-    test::ScriptedInteraction ui;
+    ScriptedInteraction ui;
     std::mt19937 rng(23);
     for (int round = 0; round < 3000; ++round) {
         const std::string text = "customMaterial " + std::to_string(rng() % 4) + "\n" + Generated(rng, parts, 25);
         Session fast(settings, ui), literal(settings, ui);
-        int fastFailure = 0, literalFailure = 0;
-        try {
-            ReadCustomMaterials(fast, text);
-        } catch (const Failure &f) {
-            fastFailure = f.Number;
-        }
-        try {
-            LiteralCustomMaterials(literal, text);
-        } catch (const Failure &f) {
-            literalFailure = f.Number;
-        }
-        ASSERT_EQ(fastFailure, literalFailure) << text;
+        ASSERT_EQ(FailureNumber([&] { ReadCustomMaterials(fast, text); }),
+                  FailureNumber([&] { LiteralCustomMaterials(literal, text); }))
+            << text;
         ASSERT_EQ(fast.Figures, literal.Figures) << text; // also as far as a failure let it come
     }
 }
 
 } // namespace
-} // namespace gelvane
+} // namespace gelvane::test

@@ -1,34 +1,20 @@
 #include "core/reader/MaterialParser.h"
 
-#include "core/model/Settings.h"
-#include "core/platform/Failure.h"
-#include "support/ScriptedInteraction.h"
-#include "support/TestHome.h"
+#include "support/SessionFixture.h"
 
-#include <gtest/gtest.h>
-
-namespace gelvane {
+namespace gelvane::test {
 namespace {
 
-class MaterialParserTest : public ::testing::Test {
+class MaterialParserTest : public SessionFixture {
 protected:
     Material Parse(const std::string &block) {
-        session.Figures.assign(1, Figure{"figure", {Material{}}});
+        session.Figures.assign(1, Figure{"figure"});
         ParseMaterial(session, block, 0, 0);
         return session.Figures[0].Materials[0];
     }
     int FailureOf(const std::string &block) {
-        try {
-            Parse(block);
-        } catch (const Failure &f) {
-            return f.Number;
-        }
-        return 0;
+        return FailureNumber([&] { Parse(block); });
     }
-
-    Settings settings;
-    test::ScriptedInteraction ui;
-    Session session{settings, ui};
 };
 
 TEST_F(MaterialParserTest, ConvertsEveryLineToTheModelsUnits) {
@@ -38,24 +24,16 @@ TEST_F(MaterialParserTest, ConvertsEveryLineToTheModelsUnits) {
                              "ksIgnoreTexture 1 \nreflectThruLights 0 \nreflectThruKd 1 \n"
                              "textureMap \"C:\\My Maps\\skin map.jpg\"\n0 0 \nbumpMap NO_MAP\n"
                              "reflectionMap no_map\n}");
-    EXPECT_EQ(m.KdColor, (Rgb{128, 128, 128})); // 127.5 goes to the even 128
-    EXPECT_EQ(m.KaColor, (Rgb{0, 51, 255}));
-    EXPECT_EQ(m.KsColor, (Rgb{255, 255, 255}));
-    EXPECT_EQ(m.ReflectionColor, (Rgb{26, 26, 26}));
-    EXPECT_EQ(m.TextureColor, "75");
-    EXPECT_EQ(m.NsExponent, 61);
-    EXPECT_EQ(m.tMin, 12); // 12.5 to even
-    EXPECT_EQ(m.tMax, 100);
+    // 127.5 goes to the even 128, and 12.5 to 12.
+    EXPECT_EQ(std::tie(m.KdColor, m.KaColor, m.KsColor, m.ReflectionColor),
+              std::tuple(Rgb{128, 128, 128}, Rgb{0, 51, 255}, Rgb{255, 255, 255}, Rgb{26, 26, 26}));
+    EXPECT_EQ(std::tie(m.TextureColor, m.NsExponent, m.tMin, m.tMax, m.bumpStrength, m.reflectionStrength),
+              std::tuple("75", 61, 12, 100, "150", "30"));
     EXPECT_FLOAT_EQ(m.tExpo, 0.6f);
-    EXPECT_EQ(m.bumpStrength, "150");
-    EXPECT_EQ(m.reflectionStrength, "30");
-    EXPECT_TRUE(m.ksIgnoreTexture);
-    EXPECT_FALSE(m.reflectThruLights);
-    EXPECT_TRUE(m.reflectThruKd);
-    EXPECT_EQ(m.textureMap, "C:\\My Maps\\skin map.jpg");
-    EXPECT_EQ(m.bumpMap, "NO_MAP");
-    EXPECT_EQ(m.reflectionMap, "no_map"); // kept as the file has it
-    EXPECT_EQ(m.transparencyMap, "NO_MAP");
+    EXPECT_EQ(std::tie(m.ksIgnoreTexture, m.reflectThruLights, m.reflectThruKd), std::tuple(true, false, true));
+    // Map names are kept as the file has them.
+    EXPECT_EQ(std::tie(m.textureMap, m.bumpMap, m.reflectionMap, m.transparencyMap),
+              std::tuple("C:\\My Maps\\skin map.jpg", "NO_MAP", "no_map", "NO_MAP"));
     EXPECT_TRUE(m.KdColorEnabled && m.KaColorEnabled && m.KsColorEnabled && m.ReflectionColorEnabled);
     EXPECT_TRUE(m.TextureColorEnabled && m.bumpStrengthEnabled && m.reflectionStrengthEnabled);
     EXPECT_TRUE(m.NsExponentEnabled && m.tMinEnabled && m.tMaxEnabled && m.tExpoEnabled);
@@ -66,11 +44,8 @@ TEST_F(MaterialParserTest, ConvertsEveryLineToTheModelsUnits) {
 
 TEST_F(MaterialParserTest, MissingLinesKeepDefaultsAndFlagsOff) {
     const Material m = Parse("material bare\n{\n}");
-    EXPECT_EQ(m.KdColor, Rgb{});
-    EXPECT_EQ(m.NsExponent, 1);
-    EXPECT_EQ(m.TextureColor, "0");
-    EXPECT_EQ(m.bumpStrength, "0");
-    EXPECT_EQ(m.textureMap, "NO_MAP");
+    EXPECT_EQ(std::tie(m.KdColor, m.NsExponent, m.TextureColor, m.bumpStrength, m.textureMap),
+              std::tuple(Rgb{}, 1, "0", "0", "NO_MAP"));
     EXPECT_FALSE(m.KdColorEnabled || m.NsExponentEnabled || m.TextureColorEnabled || m.textureMapEnabled ||
                  m.tExpoEnabled || m.ksIgnoreTextureEnabled);
     EXPECT_TRUE(session.KeywordMissing);
@@ -87,16 +62,11 @@ TEST_F(MaterialParserTest, SingleValueConversions) {
     auto texture = [](const Material &m) { return m.TextureColor; };
     auto tmin = [](const Material &m) { return std::to_string(m.tMin); };
     const Case cases[] = {
-        {"NsExponent 0 \n", ns, "101+"},
-        {"NsExponent 101 \n", ns, "1-"}, // a result of 0 counts as a missing line
-        {"bumpStrength 10 \n", bump, "1000"},
-        {"bumpStrength 10.01 \n", bump, "0"}, // beyond the sanity limit
-        {"bumpStrength 12 \n", bump, "0"},
-        {"bumpStrength -10 \n", bump, "-1000"},
-        {"tMin -11 \n", tmin, "0"},
-        {"TextureColor 0 0 0 0.333 \n", texture, "33"},
-        {"TextureColor 0.5\n", texture, "50"},
-    };
+        {"NsExponent 0 \n", ns, "101+"},      {"NsExponent 101 \n", ns, "1-"}, // a result of 0 counts as a missing line
+        {"bumpStrength 10 \n", bump, "1000"}, {"bumpStrength 10.01 \n", bump, "0"}, // beyond the sanity limit
+        {"bumpStrength 12 \n", bump, "0"},    {"bumpStrength -10 \n", bump, "-1000"},
+        {"tMin -11 \n", tmin, "0"},           {"TextureColor 0 0 0 0.333 \n", texture, "33"},
+        {"TextureColor 0.5\n", texture, "50"}};
     for (const Case &c : cases)
         EXPECT_EQ(c.field(Parse(c.line)), c.expected) << c.line;
 }
@@ -129,29 +99,21 @@ TEST_F(MaterialParserTest, ThumbnailsAreCachedForExistingMapsOnly) {
     Parse("textureMap \"" GELVANE_SOURCE_DIR "/CMakeLists.txt\"\nbumpMap \"/no/such/file.jpg\"\n");
     EXPECT_EQ(cached, std::vector<std::string>{GELVANE_SOURCE_DIR "/CMakeLists.txt"});
     // A reference written on Windows finds its file under Poser's folder.
-    test::TestHome home;
     const std::string map = home.write("Poser/Runtime/Textures/Skin/A.jpg", "x");
     settings.PoserFolder = home.path() + "/Poser";
     Parse("textureMap \"C:\\Program Files\\Poser\\Runtime\\textures\\skin\\a.jpg\"\n");
     EXPECT_EQ(cached.back(), map);
 }
 
-TEST(ReadCustomMaterials, AppendsAnOwnerWithItsMaterials) {
-    Settings settings;
-    test::ScriptedInteraction ui;
-    Session session(settings, ui);
-    session.Figures.assign(1, Figure{"figure", {Material{}}});
+TEST_F(MaterialParserTest, CustomMaterialsAppendAnOwner) {
+    session.Figures.assign(1, Figure{"figure"});
     ReadCustomMaterials(session,
                         "actor lHand\r\n{\r\n\tcustomMaterial\t2\r\n\tmaterial nails \r\n\t{\r\n\tKdColor 1 0 0 1 "
                         "\r\n\t}\r\n\tmaterial skin\r\n\t{\r\n\tNsExponent 40 \r\n\t}\r\n}");
-    ASSERT_EQ(session.Figures.size(), 2u);
-    const Figure &owner = session.Figures[1];
-    EXPECT_EQ(owner.Name, "");
-    ASSERT_EQ(owner.Materials.size(), 2u);
-    EXPECT_EQ(owner.Materials[0].Name, "nails "); // not stripped of trailing blanks
-    EXPECT_EQ(owner.Materials[0].KdColor, (Rgb{255, 0, 0}));
-    EXPECT_EQ(owner.Materials[1].Name, "skin");
-    EXPECT_EQ(owner.Materials[1].NsExponent, 61);
+    EXPECT_EQ(NamesOf(session.Figures), (Strings{"figure", ""}));
+    EXPECT_EQ(MaterialNames(1), (Strings{"nails ", "skin"})); // not stripped of trailing blanks
+    EXPECT_EQ(std::tie(session.Figures[1].Materials[0].KdColor, session.Figures[1].Materials[1].NsExponent),
+              std::tuple(Rgb{255, 0, 0}, 61));
 
     // An empty model takes the owner in element 0; a count of 0 can't be dimensioned.
     session.Figures.assign(1, Figure{});
@@ -162,4 +124,4 @@ TEST(ReadCustomMaterials, AppendsAnOwnerWithItsMaterials) {
 }
 
 } // namespace
-} // namespace gelvane
+} // namespace gelvane::test

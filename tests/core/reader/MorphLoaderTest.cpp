@@ -1,15 +1,14 @@
 #include "core/reader/MorphLoader.h"
 
 #include "FigureTestSession.h"
-#include "core/platform/Failure.h"
 #include "core/reader/DeltaRemoval.h"
 
-namespace gelvane {
+namespace gelvane::test {
 namespace {
 
 // The text as the channel load prepares it before cutting the channel part.
 std::string Prepared(std::string_view fixture) {
-    std::string text = test::ReadTestData("figures/" + std::string(fixture));
+    std::string text = ReadTestData("figures/" + std::string(fixture));
     RemoveDeltasOneRun(text);
     NormaliseFigureLines(text);
     return text;
@@ -59,23 +58,21 @@ TEST(ChannelPart, BodyActorRunsToTheNextActor) {
     EXPECT_THROW(BodyActorText("actor BODY:1\n{\n}\nprop ball\n"), Failure);
 }
 
-using MorphLoad = test::FigureTestSession;
+using MorphLoad = FigureTestSession;
 
 TEST_F(MorphLoad, LoadsChannelsAndKeepsTheOwnerRows) {
     Dropped("one-figure-crlf.cr2");
     session.cmbFigures = {"figure", "actor hip:1", "actor head:1"}; // plain actors of an earlier load
     session.Figures[0].Name = "figure";
     LoadMorphPoseData(session);
-    EXPECT_TRUE(ui.messages().empty());
-    EXPECT_TRUE(session.FileModified);
-    EXPECT_FALSE(ui.ProgressVisible());
-    EXPECT_EQ(session.cmbFigures, (std::vector<std::string>{"figure", "actor BODY:1", "actor hip:1", "actor head:1"}));
-    std::vector<std::string> channels;
+    EXPECT_TRUE(ui.messages().empty() && session.FileModified && !ui.ProgressVisible());
+    EXPECT_EQ(session.cmbFigures, (Strings{"figure", "actor BODY:1", "actor hip:1", "actor head:1"}));
+    Strings channels;
     for (const Actor &actor : session.Actors)
         for (const Channel &channel : actor.Channels)
             channels.push_back(actor.Name + "/" + channel.Name + "=" + std::to_string(channel.Value));
-    EXPECT_EQ(channels, (std::vector<std::string>{"BODY:1/Height=0.500000", "hip:1/Smile=0.250000",
-                                                  "hip:1/yrot=12.000000", "head:1/Blink=1.000000"}));
+    EXPECT_EQ(channels, (Strings{"BODY:1/Height=0.500000", "hip:1/Smile=0.250000", "hip:1/yrot=12.000000",
+                                 "head:1/Blink=1.000000"}));
 
     // An import asks for its file by the kind; a cancel is silent.
     session.FileName = "/open/file.pz2";
@@ -106,10 +103,11 @@ TEST_F(MorphLoad, FailureMessages) {
 
     const std::string noData = "There is no morph or pose data in the file";
     const std::string notFound = "There is no morph or pose data in the opened\r\nfile or the data could not be found";
-    EXPECT_EQ(Texts(), (std::vector<std::string>{noData, notFound, noData, notFound}));
+    EXPECT_EQ(Texts(), (Strings{noData, notFound, noData, notFound}));
     EXPECT_EQ(ui.messages()[0].Icon, MsgIcon::Exclamation);
-    EXPECT_EQ(ui.messages()[1].Title, "Invalid procedure call or argument");
-    EXPECT_EQ(ui.messages()[3].Title, "Input past end of file");
+    // The second kind of box is titled by the failure behind it.
+    EXPECT_EQ(std::tie(ui.messages()[1].Title, ui.messages()[3].Title),
+              std::tuple("Invalid procedure call or argument", "Input past end of file"));
     EXPECT_FALSE(session.FileModified);
 }
 
@@ -130,8 +128,7 @@ TEST_F(MorphLoad, CancelLeavesTheMaterials) {
     for (int at : {3, targets + 1}) {
         ui.cancelAtDoEvents(ui.doEventsCount() + at);
         LoadMorphPoseData(session);
-        EXPECT_FALSE(session.FileModified) << at;
-        EXPECT_FALSE(ui.ProgressVisible()) << at;
+        EXPECT_FALSE(session.FileModified || ui.ProgressVisible()) << at;
     }
     EXPECT_TRUE(ui.messages().empty());
     EXPECT_EQ(session.Figures, before);
@@ -141,4 +138,4 @@ TEST_F(MorphLoad, CancelLeavesTheMaterials) {
 }
 
 } // namespace
-} // namespace gelvane
+} // namespace gelvane::test

@@ -1,22 +1,15 @@
 #include "core/reader/OpenFile.h"
 
-#include "core/model/Settings.h"
 #include "core/model/Text.h"
-#include "support/ScriptedInteraction.h"
-#include "support/TestHome.h"
-
-#include <gtest/gtest.h>
+#include "support/PoserText.h"
+#include "support/SessionFixture.h"
 
 #include <filesystem>
 
-namespace gelvane {
+namespace gelvane::test {
 namespace {
 
-std::string WithLineEnds(std::string_view lf, std::string_view end) {
-    return Replace(lf, "\n", end);
-}
-
-class OpenFileTest : public ::testing::Test {
+class OpenFileTest : public SessionFixture {
 protected:
     // Opens `path` through the open dialog as `kind`.
     void Open(int kind, const std::string &path) {
@@ -25,80 +18,54 @@ protected:
         OpenFile(session);
     }
     void OpenText(int kind, std::string_view name, std::string_view bytes) { Open(kind, home.write(name, bytes)); }
-    std::vector<std::string> MaterialNames(size_t figure) const {
-        std::vector<std::string> names;
-        for (const Material &m : session.Figures.at(figure).Materials)
-            names.push_back(m.Name);
-        return names;
-    }
-    // The failure box's text, or empty when the open didn't fail.
-    // The last failure report of the open.
+    // The last failure report of the open, or empty.
     std::string FailureText() const {
         for (auto m = ui.messages().rbegin(); m != ui.messages().rend(); ++m)
             if (m->Text.starts_with("Error in the OpenFile function"))
                 return m->Text;
         return {};
     }
-
-    test::TestHome home;
-    Settings settings;
-    test::ScriptedInteraction ui;
-    Session session{settings, ui};
 };
 
-using Names = std::vector<std::string>;
-
-class PoseLineEnds : public OpenFileTest, public ::testing::WithParamInterface<const char *> {};
-
-TEST_P(PoseLineEnds, FigureBlockAndPropBecomeOwners) {
-    const std::string lf = test::ReadTestData("reader/pose-figure-prop.pz2");
-    OpenText(KindPZ2, "Pose.pz2", WithLineEnds(lf, GetParam()));
+TEST_F(OpenFileTest, FigureBlockAndPropBecomeOwnersWhateverTheLineEnds) {
+    settings.DefaultTemplate = "skin only";
+    session.View.Combo1 = {"All", "Skin Only"};
+    int loaded = -1;
+    session.LoadTemplateGroups = [&](int row) { loaded = row; };
+    const std::string lf = ReadTestData("reader/pose-figure-prop.pz2");
+    OpenText(KindPZ2, "Pose.pz2", lf);
     ASSERT_EQ(FailureText(), "");
-    EXPECT_FALSE(session.OpenFailed);
-    ASSERT_GE(session.cmbFigures.size(), 2u);
-    EXPECT_EQ(session.cmbFigures[0], "figure");
-    EXPECT_EQ(session.cmbFigures[1], "prop hat");
-    ASSERT_EQ(session.Figures.size(), 2u);
-    EXPECT_EQ(session.Figures[0].Name, "figure");
-    EXPECT_EQ(MaterialNames(0), (Names{"skin", "Eyes"}));
-    EXPECT_EQ(session.Figures[1].Name, "prop hat");
-    EXPECT_EQ(MaterialNames(1), (Names{"hatband"}));
+    EXPECT_FALSE(session.OpenFailed || session.FileModified);
+    EXPECT_EQ(session.cmbFigures, (Strings{"figure", "prop hat", "actor hip"}));
+    EXPECT_EQ(NamesOf(session.Figures), (Strings{"figure", "prop hat"}));
+    EXPECT_EQ(std::tuple(MaterialNames(0), MaterialNames(1), session.View.lstMaterials),
+              std::tuple(Strings{"skin", "Eyes"}, Strings{"hatband"}, Strings{"skin", "Eyes"}));
+    EXPECT_EQ(std::tie(session.Figures[0].Materials[0].textureMap, session.FileComment, session.FileVersion,
+                       session.View.Caption, session.View.cmbFiguresIndex, session.DialogFileName),
+              std::tuple("C:\\My Maps\\skin map.jpg", "Skin pose\r\nby tester 2", "4.01", "Gelvane - [Pose.pz2]", 0,
+                         session.FileName));
+    EXPECT_TRUE(session.View.mnuSaveEnabled && session.View.mnuSaveAsEnabled && session.View.mnuExportMTLEnabled &&
+                session.View.cmdDeleteEnabled);
+    EXPECT_FALSE(session.Options.chkNoMaterialData || ui.ProgressVisible());
+    // The row of the default template is chosen and loaded.
+    EXPECT_EQ(std::tuple(session.View.Combo1Index, loaded), std::tuple(1, 1));
 
-    const Material &skin = session.Figures[0].Materials[0];
-    EXPECT_EQ(skin.KdColor, (Rgb{128, 128, 128}));
-    EXPECT_EQ(skin.NsExponent, 61);
-    EXPECT_EQ(skin.textureMap, "C:\\My Maps\\skin map.jpg");
-    EXPECT_TRUE(skin.bumpMapEnabled);
-    EXPECT_EQ(session.Figures[0].Materials[1].TextureColor, "75");
-    EXPECT_EQ(session.Figures[1].Materials[0].KdColor, (Rgb{255, 0, 0}));
-
-    EXPECT_EQ(session.FileComment, "Skin pose\r\nby tester 2");
-    EXPECT_EQ(session.FileVersion, "4.01");
-    EXPECT_EQ(session.View.Caption, "Gelvane - [Pose.pz2]");
-    EXPECT_EQ(session.View.lstMaterials, (Names{"skin", "Eyes"}));
-    EXPECT_EQ(session.View.cmbFiguresIndex, 0);
-    EXPECT_TRUE(session.View.mnuSaveEnabled && session.View.mnuSaveAsEnabled && session.View.mnuExportMTLEnabled);
-    EXPECT_TRUE(session.View.cmdDeleteEnabled);
-    EXPECT_FALSE(session.Options.chkNoMaterialData);
-    EXPECT_FALSE(session.FileModified);
-    EXPECT_EQ(session.DialogFileName, session.FileName);
-    EXPECT_FALSE(ui.ProgressVisible());
+    const std::vector<Figure> figures = session.Figures;
+    const std::vector<Actor> actors = session.Actors;
+    for (const char *end : {"\r\n", "\r"}) {
+        OpenText(KindPZ2, "Pose.pz2", Replace(lf, "\n", end));
+        EXPECT_EQ(std::tie(session.Figures, session.Actors, session.FileComment),
+                  std::tie(figures, actors, "Skin pose\r\nby tester 2"));
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(LineEnds, PoseLineEnds, ::testing::Values("\n", "\r\n", "\r"));
-
-TEST_F(OpenFileTest, CustomMaterialOwnersFollowTheSections) {
-    Open(KindPZ2, home.write("c.pz2", test::ReadTestData("reader/pose-custom-material.pz2")));
+TEST_F(OpenFileTest, CustomMaterialOwnersFollowTheFiguresOwn) {
+    Open(KindPZ2, home.write("c.pz2", ReadTestData("reader/pose-custom-material.pz2")));
     ASSERT_FALSE(session.OpenFailed);
-    EXPECT_TRUE(session.CustomMaterialsFound);
-    EXPECT_EQ(session.cmbFigures, (Names{"figure", "actor lHand", "actor hip"}));
-    ASSERT_EQ(session.Figures.size(), 2u);
-    EXPECT_EQ(MaterialNames(0), Names{"skin"});
-    EXPECT_EQ(session.Figures[0].Materials[0].KdColor, (Rgb{0, 255, 0}));
-    EXPECT_EQ(session.Figures[1].Name, "lHand");
-    EXPECT_EQ(MaterialNames(1), Names{"nails"});
-    EXPECT_EQ(session.Actors.size(), 2u);
-    EXPECT_FALSE(session.Options.chkChannels);
+    EXPECT_EQ(session.cmbFigures, (Strings{"figure", "actor lHand", "actor hip"}));
+    EXPECT_EQ(NamesOf(session.Figures), (Strings{"figure", "lHand"}));
+    EXPECT_EQ(std::tuple(MaterialNames(0), MaterialNames(1), session.Actors.size()),
+              std::tuple(Strings{"skin"}, Strings{"nails"}, 2u));
 }
 
 TEST_F(OpenFileTest, DialogIsPreparedByKindAndRemembersTheFolder) {
@@ -111,19 +78,16 @@ TEST_F(OpenFileTest, DialogIsPreparedByKindAndRemembersTheFolder) {
     ui.nextFile(std::nullopt);
     OpenFile(session);
     ASSERT_EQ(ui.fileRequests().size(), 2u);
-    const FileDialogRequest &cm2 = ui.fileRequests()[0];
-    EXPECT_EQ(cm2.Title, "Open Camera file");
-    EXPECT_EQ(cm2.DefaultExt, "cm2");
-    EXPECT_EQ(cm2.Filter,
-              "Camera files|*.cm2|Pose files|*.pz2|Hand files|*.hd2|Face files|*.fc2|Light files|*.lt2|All files|*.*");
-    EXPECT_EQ(cm2.Flags, 6148);
-    EXPECT_EQ(cm2.InitialDir, ""); // the setting "none"
+    // The setting "none" leaves the folder to the dialog.
+    EXPECT_EQ(Fields(ui.fileRequests()[0]),
+              std::tuple("Open Camera file",
+                         "Camera files|*.cm2|Pose files|*.pz2|Hand files|*.hd2|Face files|*.fc2|Light files|*.lt2|"
+                         "All files|*.*",
+                         "cm2", "", "", 6148, false));
     EXPECT_EQ(ui.fileRequests()[1].InitialDir, "/poses");
-    EXPECT_TRUE(session.OpenCancelled);
-    EXPECT_FALSE(session.MultiFigure);
-    EXPECT_TRUE(ui.messages().empty());
+    EXPECT_TRUE(session.OpenCancelled && !session.MultiFigure && ui.messages().empty());
 
-    const std::string path = home.write("sub/p.pz2", test::ReadTestData("reader/pose-figure-prop.pz2"));
+    const std::string path = home.write("sub/p.pz2", ReadTestData("reader/pose-figure-prop.pz2"));
     Open(KindPZ2, path);
     EXPECT_FALSE(session.OpenCancelled);
     EXPECT_EQ(session.LastFolder[KindPZ2], home.path() + "/sub");
@@ -151,9 +115,8 @@ TEST_F(OpenFileTest, VersionFollowsTheSettingsAndTheVersionBoxRule) {
     const std::string file = "{\nversion\n{\nnumber 5.0\n}\nfigure\n{\nmaterial a\n{\n}\n}\n}\n";
     settings.SetPoserVersion = false;
     OpenText(KindPZ2, "v.pz2", file);
-    EXPECT_EQ(session.FileVersion, "5.0");
-    EXPECT_EQ(session.OutputVersion, "5");
-    EXPECT_EQ(session.Options.VersionText, "5.0");
+    EXPECT_EQ(std::tie(session.FileVersion, session.OutputVersion, session.Options.VersionText),
+              std::tuple("5.0", "5", "5.0"));
 
     settings.SetPoserVersion = true;
     settings.PVersionNumber = "4.01";
@@ -175,27 +138,22 @@ TEST_F(OpenFileTest, VersionFollowsTheSettingsAndTheVersionBoxRule) {
 }
 
 TEST_F(OpenFileTest, PoseWithoutMaterialsIsNoFailure) {
-    Open(KindPZ2, home.write("c.pz2", test::ReadTestData("reader/channels-only.pz2")));
+    Open(KindPZ2, home.write("c.pz2", ReadTestData("reader/channels-only.pz2")));
     EXPECT_EQ(FailureText(), "");
     EXPECT_FALSE(session.OpenFailed);
-    ASSERT_EQ(session.Figures.size(), 1u);
-    EXPECT_EQ(session.Figures[0].Name, "");
-    EXPECT_TRUE(session.cmbFigures.empty());
-    EXPECT_TRUE(session.Options.chkNoMaterialData);
-    EXPECT_FALSE(session.Options.chkNoMaterialDataEnabled);
-    EXPECT_FALSE(session.View.mnuExportMTLEnabled);
+    EXPECT_EQ(session.Figures, std::vector<Figure>(1));
+    EXPECT_TRUE(session.cmbFigures.empty() && session.Options.chkNoMaterialData);
+    EXPECT_FALSE(session.Options.chkNoMaterialDataEnabled || session.View.mnuExportMTLEnabled);
 }
 
 TEST_F(OpenFileTest, FailuresAreReportedWithTheirStep) {
     Open(KindPZ2, home.file("missing.pz2"));
     EXPECT_EQ(FailureText(),
               "Error in the OpenFile function\r\nFile not found, error number 53\r\nCode line number 10");
-    EXPECT_TRUE(session.OpenFailed);
-    EXPECT_FALSE(session.OpenCancelled);
     EXPECT_EQ(session.DialogFileName, "");
-    EXPECT_TRUE(session.Options.chkChannels && session.Options.chkNoMaterialData);
-    EXPECT_FALSE(session.View.cmbFiguresEnabled || session.View.MaterialControlsEnabled);
-    EXPECT_FALSE(ui.ProgressVisible());
+    EXPECT_TRUE(session.OpenFailed && session.Options.chkChannels && session.Options.chkNoMaterialData);
+    EXPECT_FALSE(session.OpenCancelled || session.View.cmbFiguresEnabled || session.View.MaterialControlsEnabled ||
+                 ui.ProgressVisible());
 
     struct Case {
         int kind;
@@ -229,7 +187,7 @@ TEST_F(OpenFileTest, FailuresAreReportedWithTheirStep) {
 
 TEST_F(OpenFileTest, BatchModeShowsNoProgress) {
     session.BatchMode = true;
-    OpenText(KindCR2, "x.cr2", test::ReadTestData("reader/figure-with-props.cr2"));
+    OpenText(KindCR2, "x.cr2", ReadTestData("reader/figure-with-props.cr2"));
     EXPECT_FALSE(session.OpenFailed);
     OpenText(KindPZ2, "x.pz2", "");
     EXPECT_TRUE(session.OpenFailed);
@@ -238,79 +196,59 @@ TEST_F(OpenFileTest, BatchModeShowsNoProgress) {
 }
 
 TEST_F(OpenFileTest, ImportKeepsTheLoadedFilesStateAndSkipsChannels) {
-    Open(KindPZ2, home.write("first.pz2", test::ReadTestData("reader/pose-figure-prop.pz2")));
+    Open(KindPZ2, home.write("first.pz2", ReadTestData("reader/pose-figure-prop.pz2")));
     const std::string caption = session.View.Caption;
     session.ImportMode = true;
     session.Options.chkChannels = false;
     OpenText(KindPZ2, "second.pz2", "{\nversion\n{\nnumber 6\n}\nfigure\n{\nmaterial other\n{\n}\n}\n}\n");
-    EXPECT_EQ(session.View.Caption, caption);
-    EXPECT_EQ(session.FileVersion, "4.01");
-    EXPECT_TRUE(session.FileName.ends_with("first.pz2"));
-    EXPECT_TRUE(session.FileModified);
-    EXPECT_FALSE(session.Options.chkChannels);
-    EXPECT_EQ(MaterialNames(0), (Names{"other"}));
+    EXPECT_EQ(std::tie(session.View.Caption, session.FileVersion), std::tie(caption, "4.01"));
+    EXPECT_TRUE(session.FileName.ends_with("first.pz2") && session.FileModified && !session.Options.chkChannels);
+    EXPECT_EQ(MaterialNames(0), (Strings{"other"}));
 
     // Import of a file without materials says so.
-    OpenText(KindPZ2, "none.pz2", test::ReadTestData("reader/channels-only.pz2"));
+    OpenText(KindPZ2, "none.pz2", ReadTestData("reader/channels-only.pz2"));
     ASSERT_FALSE(ui.messages().empty());
     EXPECT_EQ(ui.messages().back().Text, "There is no material data in the opened file");
 }
 
-TEST_F(OpenFileTest, TemplateRowOfTheDefaultIsSelected) {
-    settings.DefaultTemplate = "skin only";
-    session.View.Combo1 = {"All", "Skin Only"};
-    int loaded = -1;
-    session.LoadTemplateGroups = [&](int row) { loaded = row; };
-    Open(KindPZ2, home.write("p.pz2", test::ReadTestData("reader/pose-figure-prop.pz2")));
-    EXPECT_EQ(session.View.Combo1Index, 1);
-    EXPECT_EQ(loaded, 1);
-}
-
 TEST_F(OpenFileTest, CommandLineTextNamesTheFile) {
-    const std::string path = home.write("Cmd File.pz2", test::ReadTestData("reader/pose-figure-prop.pz2"));
+    const std::string path = home.write("Cmd File.pz2", ReadTestData("reader/pose-figure-prop.pz2"));
     session.CommandLineOpen = true;
     session.CommandText = "  \"" + path + "\" ";
     session.PoserFileKind = KindPZ2;
     OpenFile(session);
-    EXPECT_TRUE(ui.fileRequests().empty());
-    EXPECT_FALSE(session.CommandLineOpen);
-    EXPECT_EQ(session.FileName, path);
-    EXPECT_EQ(session.Figures.size(), 2u);
+    EXPECT_TRUE(ui.fileRequests().empty() && !session.CommandLineOpen);
+    EXPECT_EQ(std::tuple(session.FileName, session.Figures.size()), std::tuple(path, 2u));
 
     // "-s ": the path stands behind the switch; the reader leaves the writing to its caller.
     session.CommandLineOpen = true;
     session.CommandText = "-S " + path;
     OpenFile(session);
     EXPECT_TRUE(session.SilentConvert);
-    EXPECT_EQ(session.FileName, path);
-    EXPECT_EQ(session.OutputPath, "");
+    EXPECT_EQ(std::tie(session.FileName, session.OutputPath), std::tuple(path, ""));
 }
 
 TEST(AddFigureLine, PutsOwnersInFrontOfActorRows) {
-    Settings settings;
-    test::ScriptedInteraction ui;
-    Session session(settings, ui);
+    TestSession t;
+    Session &session = t.session;
     AddFigureLine(session, "actor hip");
     AddFigureLine(session, "figure");
     AddFigureLine(session, "actor chest");
     AddFigureLine(session, "prop hat");
     AddFigureLine(session, "actor lHand", 3);
-    EXPECT_EQ(session.cmbFigures, (Names{"figure", "prop hat", "actor lHand", "actor hip", "actor chest"}));
+    EXPECT_EQ(session.cmbFigures, (Strings{"figure", "prop hat", "actor lHand", "actor hip", "actor chest"}));
     EXPECT_ANY_THROW(AddFigureLine(session, "x", 9));
 }
 
 TEST_F(OpenFileTest, FreshOpenDropsTheActorsOfTheFileBefore) {
-    OpenText(KindPZ2, "wave.pz2",
-             "{\nversion\n{\nnumber 4.01\n}\nactor hip\n{\nchannels\n{\ntargetGeom Smile\n{\nkeys\n{\nk  0  "
-             "0.5\n}\n}\n}\n}\n}\n");
+    OpenText(KindPZ2, "wave.pz2", PoserFile(ActorBlock("actor hip", DialBlock("targetGeom Smile", "0.5"))));
     ASSERT_EQ(FailureText(), "");
     ASSERT_FALSE(IsEmptyList(session.Actors));
-    OpenText(KindPZ2, "mat.pz2",
-             "{\nversion\n{\nnumber 4.01\n}\nfigure\n{\nmaterial Skin\n{\nKdColor 1 1 1 1\n}\n}\n}\n");
+    OpenText(KindPZ2, "mat.pz2", PoserFile("figure\n{\nmaterial Skin\n{\nKdColor 1 1 1 1\n}\n}\n"));
     ASSERT_EQ(FailureText(), "");
     EXPECT_TRUE(IsEmptyList(session.Actors));
-    EXPECT_EQ(MaterialNames(0), Names{"Skin"});
+    EXPECT_EQ(MaterialNames(0), Strings{"Skin"});
 }
 
 } // namespace
-} // namespace gelvane
+} // namespace gelvane::test

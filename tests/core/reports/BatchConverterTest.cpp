@@ -1,14 +1,8 @@
 // The batch converter over files in a temporary folder, with scripted answers.
 #include "core/reports/BatchConverter.h"
 
-#include "core/model/Session.h"
-#include "core/model/Settings.h"
-#include "core/platform/Failure.h"
 #include "core/platform/Paths.h"
-#include "support/ScriptedInteraction.h"
-#include "support/TestHome.h"
-
-#include <gtest/gtest.h>
+#include "support/SessionFixture.h"
 
 using namespace gelvane;
 using namespace gelvane::test;
@@ -18,12 +12,8 @@ namespace {
 const std::string kSkin = "batch/skin-p4.pz2";
 const std::string kOpaque = "batch/opaque-p4.pz2"; // materials that state three properties only
 
-class Batch : public testing::Test {
+class Batch : public SessionFixture {
 protected:
-    TestHome home;
-    Settings settings;
-    ScriptedInteraction ui;
-    Session session{settings, ui};
     BatchConverter batch = LoadBatchConverter(settings);
 
     // Copies a fixture into the home as `name` and drops it on the list with `operation`.
@@ -33,17 +23,9 @@ protected:
         batch.ListView1.back().Operation = operation;
         return path;
     }
-    std::vector<std::string> Titles() const {
-        std::vector<std::string> titles;
-        for (const RecordedMessage &m : ui.messages())
-            titles.push_back(m.Title);
-        return titles;
-    }
     void ExpectClosingState() {
-        EXPECT_FALSE(session.BatchMode);
-        EXPECT_FALSE(ui.ProgressVisible());
-        EXPECT_TRUE(IsEmptyList(session.Figures));
-        EXPECT_TRUE(session.cmbFigures.empty());
+        EXPECT_FALSE(session.BatchMode || ui.ProgressVisible());
+        EXPECT_TRUE(IsEmptyList(session.Figures) && session.cmbFigures.empty());
         EXPECT_FALSE(session.View.cmbFiguresEnabled || session.View.mnuSaveEnabled || session.View.mnuSaveAsEnabled);
         EXPECT_TRUE(session.Options.chkChannels && session.Options.chkNoMaterialData);
         EXPECT_FALSE(session.Options.chkChannelsEnabled || session.Options.chkNoMaterialDataEnabled);
@@ -81,13 +63,11 @@ TEST_F(Batch, ConvertedAndCopiedPosesMatchThePoserFiveBytes) {
     EXPECT_EQ(home.read("opaque copy_P5.pz2"), opaque);
     EXPECT_EQ(home.read("opaque copy.pz2"), ReadTestData(kOpaque));
 
-    ASSERT_EQ(ui.messages().size(), 3u);
-    EXPECT_EQ(ui.messages()[0].Text, PartialQuestion(home.file("opaque.pz2"), false));
-    EXPECT_NE(ui.messages()[0].Text.find("Would you like to skip to the next file?"), std::string::npos);
-    EXPECT_EQ(ui.messages()[1].Text, PartialQuestion(home.file("opaque copy.pz2"), true));
-    EXPECT_NE(ui.messages()[1].Text.find("Would you like to cancel the operation?"), std::string::npos);
+    EXPECT_EQ(Texts(), (Strings{PartialQuestion(home.file("opaque.pz2"), false),
+                                PartialQuestion(home.file("opaque copy.pz2"), true), kBatchSuccess}));
+    EXPECT_NE(Texts()[0].find("Would you like to skip to the next file?"), std::string::npos);
+    EXPECT_NE(Texts()[1].find("Would you like to cancel the operation?"), std::string::npos);
     EXPECT_EQ(ui.messages()[1].Title, kPartialTitle);
-    EXPECT_EQ(ui.messages()[2].Text, kBatchSuccess);
     EXPECT_EQ(ui.messages()[2].Icon, MsgIcon::Information);
     EXPECT_EQ(session.LastSaveFolder, home.path());
     EXPECT_EQ(session.View.Caption, "Gelvane - [opaque copy_P5.pz2]");
@@ -104,7 +84,7 @@ TEST_F(Batch, YesSkipsAMiddleRowAndOnTheLastRowStopsWithoutTheSuccessBox) {
     EXPECT_EQ(home.read("first.pz2"), ReadTestData(kOpaque));
     EXPECT_EQ(home.read("second.pz2"), ReadTestData("writer/p5-skin/expected.pz2"));
     EXPECT_EQ(home.read("last.pz2"), ReadTestData(kOpaque));
-    EXPECT_EQ(Titles(), (std::vector<std::string>{kPartialTitle, kPartialTitle}));
+    EXPECT_EQ(Each(ui.messages(), &RecordedMessage::Title), (Strings{kPartialTitle, kPartialTitle}));
     ExpectClosingState();
 
     // The question follows the option buttons, not the rows: with a Poser 4 option none comes.
@@ -137,13 +117,10 @@ TEST_F(Batch, AFailedRowAbortsAndLeavesTheRowsBehindItUntouched) {
         EXPECT_EQ(home.read(c.name), ReadTestData(c.fixture));
         EXPECT_EQ(home.read("behind.pz2"), ReadTestData(kSkin));
         ASSERT_GT(ui.messages().size(), seen);
-        const RecordedMessage &abort = ui.messages().back();
-        EXPECT_EQ(abort.Text,
-                  "Could not complete requested operation for " + failing + "\r\nBatch operations aborted.");
-        EXPECT_EQ(abort.Title, "Error");
-        EXPECT_EQ(abort.Icon, MsgIcon::Exclamation);
-        EXPECT_FALSE(session.BatchMode);
-        EXPECT_FALSE(ui.ProgressVisible());
+        EXPECT_EQ(ui.messages().back(), (RecordedMessage{"Could not complete requested operation for " + failing +
+                                                             "\r\nBatch operations aborted.",
+                                                         "Error", MsgIcon::Exclamation, MsgButtons::OK}));
+        EXPECT_FALSE(session.BatchMode || ui.ProgressVisible());
     }
     EXPECT_TRUE(FileExists(home.file("dropped_P4.pz2")));
 }
@@ -164,9 +141,7 @@ TEST_F(Batch, AddingTakesEachPathOnceAndStopsAtADuplicate) {
     const std::string folder = home.path();
     ui.nextFile(folder + std::string("\0a.pz2\0b.pz2", 12));
     AddFiles(session, batch);
-    ASSERT_EQ(batch.ListView1.size(), 2u);
-    EXPECT_EQ(batch.ListView1[1].Path, folder + "/b.pz2");
-    EXPECT_EQ(batch.ListView1[1].Operation, kConvertIntoP5);
+    EXPECT_EQ(Each(batch.ListView1, &BatchRow::Operation), (Strings{kConvertIntoP5, kConvertIntoP5}));
     EXPECT_TRUE(batch.ControlsEnabled);
     EXPECT_EQ(batch.LastBatchFolder, folder);
     const FileDialogRequest &request = ui.fileRequests().front();
@@ -180,11 +155,8 @@ TEST_F(Batch, AddingTakesEachPathOnceAndStopsAtADuplicate) {
     for (int i = 0; i < 3; ++i)
         AddFiles(session, batch);
     DropFiles(session, batch, {"/x/f.pz2", folder + "/b.pz2", "/x/g.pz2"});
-    std::vector<std::string> paths;
-    for (const BatchRow &row : batch.ListView1)
-        paths.push_back(row.Path);
-    EXPECT_EQ(paths, (std::vector<std::string>{folder + "/a.pz2", folder + "/b.pz2", folder + "/c.pz2",
-                                               folder + "/d.pz2", "/x/f.pz2"}));
+    EXPECT_EQ(Each(batch.ListView1, &BatchRow::Path),
+              (Strings{folder + "/a.pz2", folder + "/b.pz2", folder + "/c.pz2", folder + "/d.pz2", "/x/f.pz2"}));
     ASSERT_EQ(ui.messages().size(), 2u);
     EXPECT_EQ(ui.messages()[0].Text, "File " + folder + "/a.pz2\r\nis already in the list");
     EXPECT_EQ(ui.messages()[1].Title, "Duplicate file");
@@ -198,9 +170,7 @@ TEST(BatchList, OptionsSetTheSelectedRowsAndRemovingEmptiesTheList) {
     batch.ControlsEnabled = true;
     OptionClick(batch, 4);
     EXPECT_EQ(batch.Option, 4);
-    EXPECT_EQ(batch.ListView1[0].Operation, kCopyInP4);
-    EXPECT_EQ(batch.ListView1[1].Operation, kConvertIntoP5);
-    EXPECT_EQ(batch.ListView1[2].Operation, kCopyInP4);
+    EXPECT_EQ(Each(batch.ListView1, &BatchRow::Operation), (Strings{kCopyInP4, kConvertIntoP5, kCopyInP4}));
     RemoveSelected(batch);
     ASSERT_EQ(batch.ListView1.size(), 1u);
     EXPECT_TRUE(batch.ControlsEnabled);

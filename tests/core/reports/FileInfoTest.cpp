@@ -1,12 +1,7 @@
 #include "core/reports/FileInfo.h"
-#include "core/model/Settings.h"
-#include "core/platform/Failure.h"
 #include "core/reports/FileStatistics.h"
 #include "core/writer/PoseWriter.h"
-#include "support/ScriptedInteraction.h"
-#include "support/TestHome.h"
-
-#include <gtest/gtest.h>
+#include "support/SessionFixture.h"
 
 using namespace gelvane;
 
@@ -26,9 +21,8 @@ TEST(FileInfo, TwoLineNoteBecomesTwoCommentLines) {
     Session session(settings, ui);
     session.FileComment = "old";
     StoreNotes(session, "  first line\nsecond line  ");
-    EXPECT_EQ(session.FileComment, "first line\r\nsecond line");
-    EXPECT_EQ(NotesOfComment(session.FileComment), "first line\nsecond line");
-    EXPECT_FALSE(session.FileModified);
+    EXPECT_EQ(std::tuple(session.FileComment, NotesOfComment(session.FileComment), session.FileModified),
+              std::tuple("first line\r\nsecond line", "first line\nsecond line", false));
 
     session.OutputVersion = "4.01";
     session.Options.chkChannels = session.Options.chkNoMaterialData = true;
@@ -59,10 +53,8 @@ TEST(FileInfo, CountsAndSumsAbove32767) {
 
     ComputeFileStatistics(session);
     const FileInfoTexts t = FileInfoOf(session);
-    EXPECT_EQ(t.lblMaterials, "32768");
-    EXPECT_EQ(t.lblChannels, "72768");
-    EXPECT_EQ(t.lblNull, "32768");
-    EXPECT_EQ(t.lblMorph, "40000");
+    EXPECT_EQ(std::tie(t.lblMaterials, t.lblChannels, t.lblNull, t.lblMorph),
+              std::tuple("32768", "72768", "32768", "40000"));
     EXPECT_EQ(ActorRowOf(session.FileStatistics, 0).lblChannelsA, "32768");
 
     // The open file is gone: the size can't be read.

@@ -1,18 +1,11 @@
 #include "core/reports/FileStatistics.h"
-#include "core/model/Settings.h"
-#include "support/ScriptedInteraction.h"
 
-#include <gtest/gtest.h>
+#include "support/SessionFixture.h"
 
-using namespace gelvane;
-
+namespace gelvane::test {
 namespace {
 
-struct Stats {
-    Settings settings;
-    test::ScriptedInteraction ui;
-    Session session{settings, ui};
-};
+using FileStatistics = SessionFixture;
 
 Material WithMaps(const std::string &texture, const std::string &bump, const std::string &reflection,
                   const std::string &transparency) {
@@ -25,86 +18,62 @@ Material WithMaps(const std::string &texture, const std::string &bump, const std
     return m;
 }
 
-Channel Dial(const std::string &name, const std::string &type) {
-    Channel c;
-    c.Name = name;
-    c.Type = type;
-    return c;
+auto Counts(const ActorStat &a) {
+    return std::tie(a.Channels, a.MorphChannels, a.NullChannels, a.PoseChannels, a.Materials);
+}
+
+TEST_F(FileStatistics, CountsDistinctMapsInTestOrder) {
+    session.FileName = "/p/a.pz2";
+    // The same file as bump and texture map counts once, as a bump map; case makes two maps.
+    session.Figures = {Figure{"figure",
+                              {WithMaps("a.jpg", "a.jpg", "NO_MAP", "no_map"),
+                               WithMaps("A.jpg", "b.jpg", "r.jpg", "t.jpg"), WithMaps("b.jpg", "", "r.jpg", "t.jpg")}}};
+    session.cmbFigures = {"figure"};
+    ComputeFileStatistics(session);
+    const FileStatisticsRecord &r = session.FileStatistics;
+    EXPECT_EQ(std::tie(r.FilePath, r.BumpMaps, r.TextureMaps, r.ReflectionMaps, r.TransparencyMaps),
+              std::tuple("/p/a.pz2", 2, 1, 1, 1));
+    ASSERT_EQ(r.FigureStats.size(), 1u);
+    EXPECT_EQ(std::tie(r.FigureStats[0].Name, r.FigureStats[0].Materials), std::tuple("figure", 3));
+}
+
+TEST_F(FileStatistics, ActorsByChannelKindAndTheirMaterials) {
+    session.Figures = {Figure{"figure"}, Figure{"ball"}, Figure{"lHand"}, Figure{"lHand", std::vector<Material>(2)}};
+    session.cmbFigures = {"figure", "prop ball", "actor lHand", "actor lHand", "actor hip"};
+    Actor hip, hand;
+    hip.Name = "hip";
+    hand.Name = "lHand";
+    hip.Channels.clear();
+    for (const char *type :
+         {"targetGeom", "geomChan", "handSpread", "thumbGrasp", "handGrasp", "valueParm", "rotateY", ""})
+        hip.Channels.push_back(Channel{"dial", "", type});
+    session.Actors = {hip, hand};
+    ComputeFileStatistics(session);
+    const FileStatisticsRecord &r = session.FileStatistics;
+    ASSERT_EQ(r.ActorStats.size(), 2u);
+    EXPECT_EQ(Counts(r.ActorStats[0]), std::tuple(8, 5, 1, 2, 0));
+    // The one empty dial isn't special-cased; the materials are the last owner's of that name.
+    EXPECT_EQ(std::tie(r.ActorStats[1].Channels, r.ActorStats[1].Materials), std::tuple(1, 2));
+    // Objects are the rows in front of the first actor row.
+    EXPECT_EQ(NamesOf(r.FigureStats), (Strings{"figure", "ball"}));
+}
+
+TEST_F(FileStatistics, ActorsOnlyAndNothingLoaded) {
+    session.Figures = {Figure{"lHand"}};
+    session.cmbFigures = {"actor lHand"};
+    ComputeFileStatistics(session);
+    // A pose whose first row is an actor has no objects; Actors holds its one empty element.
+    EXPECT_EQ(NamesOf(session.FileStatistics.FigureStats), Strings{""});
+    ASSERT_EQ(NamesOf(session.FileStatistics.ActorStats), Strings{""});
+    EXPECT_EQ(session.FileStatistics.ActorStats[0].Channels, 0);
+
+    // A second count starts from nothing.
+    session.Figures = {Figure{}};
+    session.cmbFigures.clear();
+    ComputeFileStatistics(session);
+    EXPECT_EQ(session.FileStatistics.TextureMaps, 0);
+    EXPECT_EQ(session.FileStatistics.FigureStats.size(), 1u);
 }
 
 } // namespace
-
-TEST(FileStatistics, CountsDistinctMapsInTestOrder) {
-    Stats s;
-    s.session.FileName = "/p/a.pz2";
-    Figure f;
-    f.Name = "figure";
-    // The same file as bump and texture map counts once, as a bump map; case makes two maps.
-    f.Materials = {WithMaps("a.jpg", "a.jpg", "NO_MAP", "no_map"), WithMaps("A.jpg", "b.jpg", "r.jpg", "t.jpg"),
-                   WithMaps("b.jpg", "", "r.jpg", "t.jpg")};
-    s.session.Figures = {f};
-    s.session.cmbFigures = {"figure"};
-    ComputeFileStatistics(s.session);
-    const FileStatisticsRecord &r = s.session.FileStatistics;
-    EXPECT_EQ(r.FilePath, "/p/a.pz2");
-    EXPECT_EQ(r.BumpMaps, 2);
-    EXPECT_EQ(r.TextureMaps, 1);
-    EXPECT_EQ(r.ReflectionMaps, 1);
-    EXPECT_EQ(r.TransparencyMaps, 1);
-    ASSERT_EQ(r.FigureStats.size(), 1u);
-    EXPECT_EQ(r.FigureStats[0].Name, "figure");
-    EXPECT_EQ(r.FigureStats[0].Materials, 3);
-}
-
-TEST(FileStatistics, ActorsByChannelKindAndTheirMaterials) {
-    Stats s;
-    Figure figure, prop, hand, handAgain;
-    figure.Name = "figure";
-    prop.Name = "ball";
-    hand.Name = "lHand";
-    handAgain.Name = "lHand";
-    handAgain.Materials.resize(2);
-    s.session.Figures = {figure, prop, hand, handAgain};
-    s.session.cmbFigures = {"figure", "prop ball", "actor lHand", "actor lHand", "actor hip"};
-    Actor hip, lHand;
-    hip.Name = "hip";
-    hip.Channels = {Dial("a", "targetGeom"), Dial("b", "geomChan"),  Dial("c", "handSpread"), Dial("d", "thumbGrasp"),
-                    Dial("e", "handGrasp"),  Dial("f", "valueParm"), Dial("g", "rotateY"),    Dial("h", "")};
-    lHand.Name = "lHand";
-    s.session.Actors = {hip, lHand};
-    ComputeFileStatistics(s.session);
-    const FileStatisticsRecord &r = s.session.FileStatistics;
-    ASSERT_EQ(r.ActorStats.size(), 2u);
-    EXPECT_EQ(r.ActorStats[0].Channels, 8);
-    EXPECT_EQ(r.ActorStats[0].MorphChannels, 5);
-    EXPECT_EQ(r.ActorStats[0].NullChannels, 1);
-    EXPECT_EQ(r.ActorStats[0].PoseChannels, 2);
-    EXPECT_EQ(r.ActorStats[0].Materials, 0);
-    EXPECT_EQ(r.ActorStats[1].Channels, 1);  // the one empty element isn't special-cased
-    EXPECT_EQ(r.ActorStats[1].Materials, 2); // the last owner of that name
-    // Objects are the rows in front of the first actor row.
-    ASSERT_EQ(r.FigureStats.size(), 2u);
-    EXPECT_EQ(r.FigureStats[1].Name, "ball");
-}
-
-TEST(FileStatistics, ActorsOnlyAndNothingLoaded) {
-    Stats s;
-    Figure hand;
-    hand.Name = "lHand";
-    s.session.Figures = {hand};
-    s.session.cmbFigures = {"actor lHand"};
-    ComputeFileStatistics(s.session);
-    const FileStatisticsRecord &r = s.session.FileStatistics;
-    ASSERT_EQ(r.FigureStats.size(), 1u); // a pose whose first row is an actor has no objects
-    EXPECT_EQ(r.FigureStats[0].Name, "");
-    ASSERT_EQ(r.ActorStats.size(), 1u); // Actors holds its one empty element
-    EXPECT_EQ(r.ActorStats[0].Name, "");
-    EXPECT_EQ(r.ActorStats[0].Channels, 0);
-
-    // A second count starts from nothing.
-    s.session.Figures = {Figure{}};
-    s.session.cmbFigures.clear();
-    ComputeFileStatistics(s.session);
-    EXPECT_EQ(s.session.FileStatistics.TextureMaps, 0);
-    EXPECT_EQ(s.session.FileStatistics.FigureStats.size(), 1u);
-}
+} // namespace gelvane::test

@@ -18,9 +18,8 @@ void ExpectPicture(const std::string &path, uint32_t colour) {
     SCOPED_TRACE(path);
     Magick::Image image;
     ASSERT_NO_THROW(image.read(path));
-    EXPECT_EQ(image.magick(), "JPEG");
-    EXPECT_EQ(image.quality(), 80u);
-    EXPECT_EQ(image.size(), Magick::Geometry(100, 100));
+    EXPECT_EQ(std::tuple(image.magick(), image.quality(), image.size()),
+              std::tuple("JPEG", 80u, Magick::Geometry(100, 100)));
     uint8_t middle[3];
     image.write(50, 50, 1, 1, "RGB", Magick::CharPixel, middle);
     for (int c = 0; c < 3; ++c)
@@ -71,11 +70,10 @@ TEST(HtmlReport, CommandAsksThenReportsFailuresWithoutAHalfPage) {
     f.ui.nextFile(page);
     cmdCreateHTML_Click(f.session, f.thumbs);
     const FileDialogRequest &request = f.ui.fileRequests().at(0);
-    EXPECT_EQ(request.Title, "Save HTML file");
-    EXPECT_EQ(request.InitialDir, f.home.path());
-    EXPECT_EQ(request.Flags, 0); // no question before replacing a page
-    ASSERT_EQ(f.ui.messages().size(), 1u);
-    EXPECT_EQ(f.ui.messages()[0].Text, "Invalid picture :Runtime:textures:bad.jpg, error number 481");
+    // No question before replacing a page.
+    EXPECT_EQ(std::tie(request.Title, request.InitialDir, request.Flags),
+              std::tuple("Save HTML file", f.home.path(), 0));
+    EXPECT_EQ(f.Texts(), std::vector<std::string>{"Invalid picture :Runtime:textures:bad.jpg, error number 481"});
     EXPECT_EQ(f.home.read("Report.htm"), "the page before");
 
     f.ui.nextFile(std::nullopt); // Cancel: nothing more

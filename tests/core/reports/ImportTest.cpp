@@ -2,33 +2,19 @@
 #include "core/reports/Import.h"
 
 #include "core/app/OpenCommands.h"
-#include "core/model/Session.h"
-#include "core/model/Settings.h"
 #include "core/model/Text.h"
-#include "core/platform/Interaction.h"
 #include "core/reader/OpenFile.h"
 #include "core/writer/PoseWriter.h"
-#include "support/ScriptedInteraction.h"
-#include "support/TestHome.h"
-
-#include <gtest/gtest.h>
+#include "support/SessionFixture.h"
 
 using namespace gelvane;
 using namespace gelvane::test;
-using Strings = std::vector<std::string>;
 
 namespace {
 
-class Import : public testing::Test {
+class Import : public SessionFixture {
 protected:
-    TestHome home;
-    Settings settings = [] {
-        Settings s;
-        s.ReportTime = false;
-        return s;
-    }();
-    ScriptedInteraction ui;
-    Session session{settings, ui};
+    Import() { settings.ReportTime = false; }
     // frmFigure over a file of one figure: it takes that figure without asking.
     FigureWindowOpener figureWindow = [](Session &s) { RunFigureSelection(s, nullptr); };
 
@@ -41,18 +27,8 @@ protected:
         OpenFile(session);
         ASSERT_FALSE(session.OpenFailed);
     }
-    Strings ActorNames() const {
-        Strings names;
-        for (const Actor &actor : session.Actors)
-            names.push_back(actor.Name);
-        return names;
-    }
-    Strings OwnerNames() const {
-        Strings names;
-        for (const Figure &figure : session.Figures)
-            names.push_back(figure.Name);
-        return names;
-    }
+    Strings ActorNames() const { return NamesOf(session.Actors); }
+    Strings OwnerNames() const { return NamesOf(session.Figures); }
     // Row i up to the last owner is Figures[i]; the rows behind it are plain actors.
     void ExpectRowsInStep() const {
         const size_t owners = IsEmptyList(session.Figures) ? 0 : session.Figures.size();
@@ -120,12 +96,12 @@ TEST_F(Import, ACancelOrAFailedReadChangesNothing) {
         EXPECT_FALSE(session.ImportMode);
     }
     // The hair dialog of the channel import offers the prop extension.
-    EXPECT_EQ(ui.fileRequests()[3].Title, "Open Hair file");
-    EXPECT_EQ(ui.fileRequests()[3].DefaultExt, "pp2");
+    EXPECT_EQ(std::tie(ui.fileRequests()[3].Title, ui.fileRequests()[3].DefaultExt),
+              std::tuple("Open Hair file", "pp2"));
     // The failed read, the props without channels, the pose without materials: each said so.
-    Strings texts;
-    for (const RecordedMessage &m : ui.messages())
-        texts.push_back(m.Text.substr(0, m.Text.find('\r')));
+    Strings texts = Texts();
+    for (std::string &text : texts)
+        text.erase(std::min(text.find('\r'), text.size()));
     EXPECT_EQ(texts, (Strings{"Error in the OpenFile function", "There is no morph or pose data in the file",
                               "There is no material data in the opened file"}));
 }
@@ -156,8 +132,8 @@ TEST_F(Import, TheBodyActorGoesOnlyAfterOkAndAfterTheNewOneWasRead) {
     RunImport(session, {1, 5, true}, figureWindow);
     EXPECT_EQ(session.Actors, before);
     EXPECT_EQ(ui.fileRequests().size(), 1u);
-    EXPECT_EQ(ui.messages()[0].Text, kReplaceBodyQuestion);
-    EXPECT_EQ(ui.messages()[0].Buttons, MsgButtons::OKCancel);
+    EXPECT_EQ(std::tie(ui.messages()[0].Text, ui.messages()[0].Buttons),
+              std::tuple(kReplaceBodyQuestion, MsgButtons::OKCancel));
 
     for (const int fileType : {5, 6}) {
         SCOPED_TRACE(fileType);
@@ -183,10 +159,12 @@ TEST_F(Import, PoseWrittenAfterTheImportsMatchesItsBytes) {
 }
 
 TEST(ImportWindow, BodyOnlyAppliesToTheChannelsOfCharacterFiles) {
-    for (int dataType = 0; dataType < 2; ++dataType)
-        for (int fileType = 0; fileType < kImportFileTypes; ++fileType) {
-            ImportChoice choice{dataType, fileType, true};
-            ApplyImportRules(choice);
-            EXPECT_EQ(choice.chkBody, dataType == 1 && fileType >= 5 && fileType <= 7) << dataType << fileType;
-        }
+    // {data type, file type, body kept}: the three kinds of character file keep it, a prop file doesn't.
+    const std::tuple<int, int, bool> cases[] = {
+        {1, 5, true}, {1, 7, true}, {1, 8, false}, {1, 4, false}, {0, 6, false}};
+    for (const auto &[data, file, kept] : cases) {
+        ImportChoice choice{data, file, true};
+        ApplyImportRules(choice);
+        EXPECT_EQ(choice.chkBody, kept) << data << file;
+    }
 }

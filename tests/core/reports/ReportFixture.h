@@ -3,13 +3,8 @@
 // with the Poser folder beside it, for the report tests.
 #include "core/app/OpenCommands.h"
 #include "core/maps/Thumbnails.h"
-#include "core/model/Session.h"
-#include "core/model/Settings.h"
 #include "core/reports/FileStatistics.h"
-#include "support/ScriptedInteraction.h"
-#include "support/TestHome.h"
-
-#include <string>
+#include "support/SessionFixture.h"
 
 namespace gelvane::test {
 
@@ -18,10 +13,7 @@ inline std::string FixedDate(const std::string &) {
     return "2001-02-03 04:05:06";
 }
 
-struct ReportFixture {
-    Settings settings;
-    ScriptedInteraction ui;
-    Session session{settings, ui};
+struct ReportFixture : TestSession {
     ThumbnailCache thumbs;
     TestHome home;
 

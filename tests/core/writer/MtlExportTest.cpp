@@ -2,8 +2,6 @@
 
 #include "core/writer/MtlExport.h"
 
-#include <gtest/gtest.h>
-
 using namespace gelvane;
 using namespace gelvane::test;
 

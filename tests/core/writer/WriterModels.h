@@ -1,8 +1,6 @@
 #pragma once
 // Small models for the writer tests, built directly without a reader.
-#include "core/model/Session.h"
-#include "core/model/Settings.h"
-#include "support/ScriptedInteraction.h"
+#include "support/SessionFixture.h"
 
 #include <string>
 
@@ -33,10 +31,15 @@ inline Material SkinMaterial(const std::string &name = "Skin") {
     return m;
 }
 
-// A material with nothing but a white diffuse colour.
-inline Material WhiteMaterial(const std::string &name) {
+inline Material Named(const std::string &name) {
     Material m;
     m.Name = name;
+    return m;
+}
+
+// A material with nothing but a white diffuse colour.
+inline Material WhiteMaterial(const std::string &name) {
+    Material m = Named(name);
     m.KdColor = {255, 255, 255};
     m.KdColorEnabled = true;
     return m;
@@ -66,11 +69,8 @@ inline Actor MakeActor(const std::string &type, const std::string &name, std::ve
     return a;
 }
 
-// A session with its own settings and scripted interaction.
-struct WriterSession {
-    Settings settings;
-    ScriptedInteraction ui;
-    Session session{settings, ui};
+// A session whose output version is set, as an open leaves it.
+struct WriterSession : TestSession {
     WriterSession() { session.OutputVersion = "4.01"; }
 };
 

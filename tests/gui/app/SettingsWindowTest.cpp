@@ -1,16 +1,10 @@
 #include "gui/app/SettingsWindow.h"
-#include "core/app/SettingsFile.h"
-#include "core/model/Session.h"
-#include "support/ScriptedInteraction.h"
-#include "support/TestHome.h"
 
-#include <QCheckBox>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTabWidget>
-#include <QtTest>
+#include "core/app/SettingsFile.h"
+#include "support/QtSupport.h"
 
 using namespace gelvane;
+using namespace gelvane::test;
 
 class SettingsWindowTest : public QObject {
     Q_OBJECT
@@ -20,9 +14,8 @@ private slots:
 };
 
 void SettingsWindowTest::cancelStoresNothingAndOkWritesTheFile() {
-    test::TestHome home;
-    test::ScriptedInteraction ui;
-    ui.onFailure([](const std::string &fault) { QTest::qFail(fault.c_str(), __FILE__, __LINE__); });
+    TestHome home;
+    QtScript ui;
     home.write("Poser/Runtime/Libraries/Pose/x", "");
     Settings settings = LoadSettings(ui);
     const std::string before = home.read("Settings.ini");
@@ -56,16 +49,13 @@ void SettingsWindowTest::cancelStoresNothingAndOkWritesTheFile() {
     for (int i = 0; i < tabs->count(); ++i) {
         tabs->setCurrentIndex(i);
         QVERIFY(window.sizeHint().width() <= 1024 && window.sizeHint().height() <= 720);
-        if (const QByteArray dir = qgetenv("GELVANE_SCREENSHOTS"); !dir.isEmpty())
-            window.grab().save(QString("%1/preferences-%2.png")
-                                   .arg(QString(dir), QStringList{"folders", "associations", "general"}[i]));
+        SaveScreenshot(&window, "preferences-" + QStringList{"folders", "associations", "general"}[i]);
     }
     window.findChild<QCheckBox *>("chkAs_2")->setChecked(true);
     QTest::mouseClick(window.findChild<QPushButton *>("cmdOK"), Qt::LeftButton);
     QCOMPARE(window.result(), int(QDialog::Accepted));
     QCOMPARE(settings.PoserFolder, home.file("Poser"));
-    QVERIFY(!settings.AutoCorrect);
-    QVERIFY(session.View.mnuPoserEnabled);
+    QVERIFY(!settings.AutoCorrect && session.View.mnuPoserEnabled);
     QCOMPARE(associated, std::vector<std::string>{".pp2"});
     const std::string ini = home.read("Settings.ini");
     QVERIFY(ini.find("Poser=" + home.file("Poser") + "\r\n") != std::string::npos);

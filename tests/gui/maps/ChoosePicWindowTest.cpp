@@ -1,20 +1,9 @@
 #include "gui/maps/ChoosePicWindow.h"
 
-#include "core/maps/Thumbnails.h"
-#include "core/platform/Failure.h"
-#include "support/ScriptedInteraction.h"
-
-#include <QCheckBox>
-#include <QComboBox>
-#include <QImage>
-#include <QLabel>
-#include <QPlainTextEdit>
-#include <QPushButton>
-#include <QTemporaryDir>
-#include <QTimer>
-#include <QtTest>
+#include "support/QtSupport.h"
 
 using namespace gelvane;
+using namespace gelvane::test;
 
 class ChoosePicWindowTest : public QObject {
     Q_OBJECT
@@ -22,10 +11,10 @@ class ChoosePicWindowTest : public QObject {
 private:
     QTemporaryDir m_dir;
     std::vector<MapCandidate> m_candidates;
-    test::ScriptedInteraction m_ui;
+    QtScript m_ui;
     ThumbnailCache m_thumbnails;
 
-    // Runs `act` on the choice window as soon as it is shown.
+    // Runs `act` on the choice window once it is shown; the window decodes pictures before it waits.
     template <class Act> static void WhenShown(Act act) {
         auto *timer = new QTimer;
         QObject::connect(timer, &QTimer::timeout, [timer, act] {
@@ -42,16 +31,11 @@ private:
 
 private slots:
     void initTestCase() {
-        m_ui.onFailure([](const std::string &fault) { QTest::qFail(fault.c_str(), __FILE__, __LINE__); });
         QVERIFY(m_dir.isValid());
-        QImage wide(40, 20, QImage::Format_RGB32);
-        wide.fill(Qt::red);
-        QVERIFY(QDir(m_dir.path()).mkpath("One"));
-        QVERIFY(wide.save(m_dir.filePath("One/skin.png")));
-        QVERIFY(QDir(m_dir.path()).mkpath("Two"));
+        WritePng(m_dir.filePath("One/skin.png").toStdString(), 40, 20, Qt::red);
+        QDir(m_dir.path()).mkpath("Two");
         QFile broken(m_dir.filePath("Two/skin.png"));
-        QVERIFY(broken.open(QIODevice::WriteOnly));
-        broken.write("not a picture");
+        QVERIFY(broken.open(QIODevice::WriteOnly) && broken.write("not a picture") > 0);
         broken.close();
         m_candidates = {{m_dir.filePath("One/skin.png").toStdString()}, {m_dir.filePath("Two/SKIN.PNG").toStdString()}};
     }
@@ -63,10 +47,7 @@ private slots:
         auto *thumb = window.findChild<QLabel *>("imgMapThumb");
         auto *toggle = window.findChild<QCheckBox *>("chkThumbNail");
         QVERIFY(rows && info && thumb && toggle);
-        QCOMPARE(rows->count(), 3);
-        QCOMPARE(rows->itemText(0), QString("skin.png 1"));
-        QCOMPARE(rows->itemText(1), QString("skin.png 2"));
-        QCOMPARE(rows->itemText(2), QString("NO_MAP"));
+        QCOMPARE(Rows(rows), QStringList({"skin.png 1", "skin.png 2", "NO_MAP"}));
         QVERIFY(info->toPlainText().contains("Dimensions: 40 X 20 pixels"));
         QVERIFY(info->toPlainText().startsWith("File Path: " + m_dir.filePath("One")));
         QVERIFY(info->toPlainText().contains("Size: 0 MB"));
@@ -75,11 +56,9 @@ private slots:
         QCOMPARE(info->toPlainText(), "File Path: " + m_dir.filePath("Two"));
         QVERIFY(window.findChild<QPushButton *>("cmdOK")->isEnabled());
         toggle->setChecked(false);
-        QVERIFY(!thumb->isEnabled());
-        QVERIFY(thumb->pixmap().isNull());
+        QVERIFY(!thumb->isEnabled() && thumb->pixmap().isNull());
         toggle->setChecked(true);
-        QVERIFY(thumb->isEnabled());
-        QVERIFY(!thumb->pixmap().isNull());
+        QVERIFY(thumb->isEnabled() && !thumb->pixmap().isNull());
     }
 
     void choiceComesBackAsCandidateIndex() {
@@ -102,10 +81,10 @@ private slots:
         ThumbnailCache failing;
         failing.DoEvents = [] { Fail(ErrOutOfMemory); }; // while the picture loads
         ChoosePicWindow window(nullptr, m_ui, failing, "skin.png", m_candidates);
-        QCOMPARE(m_ui.messages().size(), size_t(1));
-        QCOMPARE(m_ui.messages()[0].Text,
-                 std::string("Error in the cmbMaps sub\r\nOut of memory, error number 7\r\nCode line number 2"));
-        QCOMPARE(m_ui.messages()[0].Icon, MsgIcon::Exclamation);
+        QCOMPARE(m_ui.messages(), std::vector<RecordedMessage>(
+                                      {{"Error in the cmbMaps sub\r\nOut of memory, error number 7\r\nCode line "
+                                        "number 2",
+                                        "Gelvane", MsgIcon::Exclamation, MsgButtons::OK}}));
         QVERIFY(window.findChild<QPushButton *>("cmdOK")->isEnabled());
     }
 };

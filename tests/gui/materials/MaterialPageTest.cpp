@@ -2,77 +2,15 @@
 // a file dropped on a path box, the colour dialog, and a whole edit through the main
 // window, saved, compared with the expected pose and read back.
 #include "gui/materials/MaterialPage.h"
-#include "core/maps/Thumbnails.h"
+
 #include "core/materials/MaterialPageState.h"
-#include "core/model/Session.h"
-#include "core/model/Settings.h"
-#include "gui/MainWindow.h"
+#include "core/platform/Paths.h"
 #include "gui/QtInteraction.h"
 #include "gui/materials/CreateMatWindow.h"
-#include "support/ScriptedInteraction.h"
-#include "support/TestHome.h"
-
-#include <QAction>
-#include <QApplication>
-#include <QColorDialog>
-#include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QMimeData>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QScreen>
-#include <QTimer>
-#include <QUrl>
-#include <QtTest>
-
-#include <functional>
+#include "support/QtSupport.h"
 
 using namespace gelvane;
-
-namespace {
-
-// Runs `work` on the modal dialog that the next step brings up, once it is there.
-template <class Dialog> void WhenModal(std::function<void(Dialog *)> work) {
-    QTimer::singleShot(0, [work] {
-        QTRY_VERIFY(qobject_cast<Dialog *>(QApplication::activeModalWidget()) != nullptr);
-        work(qobject_cast<Dialog *>(QApplication::activeModalWidget()));
-    });
-}
-
-struct Script : test::ScriptedInteraction {
-    Script() {
-        onFailure([](const std::string &fault) { QTest::qFail(fault.c_str(), __FILE__, __LINE__); });
-    }
-};
-
-void DropFiles(QWidget *target, const QStringList &paths) {
-    QMimeData data;
-    QList<QUrl> urls;
-    for (const QString &path : paths)
-        urls << QUrl::fromLocalFile(path);
-    data.setUrls(urls);
-    QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(target, &enter);
-    QVERIFY(enter.isAccepted());
-    QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(target, &drop);
-}
-
-std::string ReadBytes(const std::string &path) {
-    QFile file(QString::fromStdString(path));
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    return file.readAll().toStdString();
-}
-
-void SaveScreenshot(QWidget *window, const char *name) {
-    if (const QByteArray dir = qgetenv("GELVANE_SCREENSHOTS"); !dir.isEmpty())
-        window->grab().save(QString("%1/%2.png").arg(QString(dir), name));
-}
-
-} // namespace
+using namespace gelvane::test;
 
 class MaterialPageTest : public QObject {
     Q_OBJECT
@@ -89,10 +27,7 @@ void MaterialPageTest::colourDialog() {
     ThumbnailCache thumbnails;
     QtInteraction ui(thumbnails);
     Session session(settings, ui);
-    Figure figure;
-    figure.Name = "figure";
-    figure.Materials[0].Name = "Skin";
-    session.Figures = {figure};
+    session.Figures = {Figure{"figure"}};
     session.cmbFigures = {"figure"};
     session.View.EnableMaterialControls();
     MaterialPage page(session, thumbnails);
@@ -119,23 +54,13 @@ void MaterialPageTest::colourDialog() {
 // Open a character, edit it with the widgets, save it in both formats, compare with the
 // expected poses, and read the saved pose back.
 void MaterialPageTest::editSaveAndReopen() {
-    test::TestHome home;
-    Settings settings;
-    settings.AutoCorrect = false;
-    settings.MainThumb = false;
-    settings.SetP5Version = false;
-    ThumbnailCache thumbnails;
-    Script ui;
-    Session session(settings, ui);
-    MainWindow window(session, settings, thumbnails);
-    window.StartUp("");
-    window.show();
-    const auto find = [&](const char *name) {
-        QWidget *w = window.findChild<QWidget *>(name);
-        if (!w)
-            qFatal("no widget %s", name);
-        return w;
-    };
+    WindowOnHome m([](Settings &settings) {
+        settings.AutoCorrect = false;
+        settings.MainThumb = false;
+        settings.SetP5Version = false;
+    });
+    auto &[home, settings, ui, session, thumbnails, window] = m;
+    const auto find = [&](const char *name) { return Child<QWidget>(&window, name); };
     const auto click = [&](const char *name) { static_cast<QAbstractButton *>(find(name))->click(); };
 
     ui.nextFile(std::string(GELVANE_TEST_DATA) + "/figures/one-figure.cr2");
@@ -198,7 +123,7 @@ void MaterialPageTest::editSaveAndReopen() {
         const std::string saved = home.file(p5 ? "p5.pz2" : "p4.pz2");
         ui.nextFile(saved);
         window.findChild<QAction *>("mnuSaveAs")->trigger();
-        QCOMPARE(ReadBytes(saved), ReadBytes(expected + (p5 ? "expected-p5.pz2" : "expected-p4.pz2")));
+        QCOMPARE(ReadFileBytes(saved), ReadFileBytes(expected + (p5 ? "expected-p5.pz2" : "expected-p4.pz2")));
     }
 
     // The saved pose reads back to what was saved: written again, the bytes are the same.
@@ -209,24 +134,18 @@ void MaterialPageTest::editSaveAndReopen() {
     QCOMPARE(session.Figures[1].Materials[0].Name, std::string("Eye"));
     ui.nextFile(home.file("again.pz2"));
     window.findChild<QAction *>("mnuSaveAs")->trigger();
-    QCOMPARE(ReadBytes(home.file("again.pz2")), ReadBytes(expected + "expected-p5.pz2"));
-    session.FileModified = false;
+    QCOMPARE(ReadFileBytes(home.file("again.pz2")), ReadFileBytes(expected + "expected-p5.pz2"));
 }
 
 // The page with one and with several materials selected and with a property disabled,
 // on the demo character and on a real one; the window fits a 1024 x 768 screen.
 void MaterialPageTest::demoAndCorpusCharactersFitTheScreen() {
-    test::TestHome home;
-    Settings settings;
-    settings.PoserFolder = std::string(GELVANE_SOURCE_DIR) + "/examples";
-    settings.AutoCorrect = false;
-    ThumbnailCache thumbnails;
-    Script ui;
-    Session session(settings, ui);
+    WindowOnHome m([](Settings &settings) {
+        settings.PoserFolder = std::string(GELVANE_SOURCE_DIR) + "/examples";
+        settings.AutoCorrect = false;
+    });
+    auto &[home, settings, ui, session, thumbnails, window] = m;
     ConnectThumbnails(session, thumbnails);
-    MainWindow window(session, settings, thumbnails);
-    window.StartUp("");
-    window.show();
     // The page with the window's menu bar and tab strip around it.
     const QSize page = window.findChild<QWidget *>("picOptions_0")->minimumSizeHint();
     QVERIFY2(page.width() <= 1000 && page.height() <= 680,
@@ -247,7 +166,7 @@ void MaterialPageTest::demoAndCorpusCharactersFitTheScreen() {
     QVERIFY(window.findChild<QLabel *>("lblCloseBumpMap")->isVisible());
     SaveScreenshot(&window, "material-page-disabled");
 
-    ui.nextFile(test::CorpusPath("sl_avatar/SL_Male.cr2"));
+    ui.nextFile(CorpusPath("sl_avatar/SL_Male.cr2"));
     ui.nextAnswer(MsgResult::No);
     session.FileModified = false;
     window.findChild<QAction *>("mnuOpenCR2")->trigger();
@@ -255,7 +174,6 @@ void MaterialPageTest::demoAndCorpusCharactersFitTheScreen() {
     window.findChild<QPushButton *>("cmd_0")->click();
     QCOMPARE(list->selectedItems().size(), list->count());
     SaveScreenshot(&window, "material-page-corpus");
-    session.FileModified = false;
 }
 
 QTEST_MAIN(MaterialPageTest)

@@ -1,20 +1,11 @@
 #include "gui/materials/TemplatesWindow.h"
-#include "core/maps/Thumbnails.h"
-#include "core/materials/Templates.h"
-#include "core/model/Session.h"
-#include "core/model/Settings.h"
-#include "gui/materials/MaterialPage.h"
-#include "support/ScriptedInteraction.h"
-#include "support/TestHome.h"
 
-#include <QComboBox>
-#include <QListWidget>
-#include <QMenuBar>
-#include <QPushButton>
-#include <QStatusBar>
-#include <QtTest>
+#include "core/materials/Templates.h"
+#include "gui/materials/MaterialPage.h"
+#include "support/QtSupport.h"
 
 using namespace gelvane;
+using namespace gelvane::test;
 
 class TemplatesWindowTest : public QObject {
     Q_OBJECT
@@ -24,17 +15,13 @@ private slots:
 };
 
 void TemplatesWindowTest::creatorSavesAndTheMaterialPageSelectsTheGroup() {
-    test::TestHome home;
+    TestHome home;
     Settings settings;
-    test::ScriptedInteraction ui;
-    ui.onFailure([](const std::string &fault) { QTest::qFail(fault.c_str(), __FILE__, __LINE__); });
+    QtScript ui;
     Session session(settings, ui);
-    Figure figure;
-    figure.Name = "Figure 1";
-    figure.Materials.clear();
-    for (const char *name : {"SkinBody", "SkinHead", "EyeBall"})
-        figure.Materials.emplace_back().Name = name;
-    session.Figures = {figure};
+    session.Figures = {Figure{"Figure 1", std::vector<Material>(3)}};
+    for (size_t i = 0; i < 3; ++i)
+        session.Figures[0].Materials[i].Name = std::vector{"SkinBody", "SkinHead", "EyeBall"}[i];
     session.cmbFigures = {"Figure 1"};
     ConnectTemplates(session);
     ThumbnailCache thumbnails;
@@ -59,8 +46,7 @@ void TemplatesWindowTest::creatorSavesAndTheMaterialPageSelectsTheGroup() {
         window.findChild<QAction *>("mnuSaveAs")->trigger();
         QCOMPARE(window.findChild<QStatusBar *>("StatusBar1")->currentMessage(),
                  QString("Current template: Figure.cfg"));
-        if (const QByteArray dir = qgetenv("GELVANE_SCREENSHOTS"); !dir.isEmpty())
-            window.grab().save(QString("%1/template-creator.png").arg(QString(dir)));
+        SaveScreenshot(&window, "template-creator");
         window.findChild<QAction *>("mnuExit")->trigger();
     }
     // Closing the creator refreshed the main window's list.
@@ -81,9 +67,7 @@ void TemplatesWindowTest::creatorSavesAndTheMaterialPageSelectsTheGroup() {
     combo2->setFocus();
     QTest::keyClick(combo2, Qt::Key_Down);
     const auto *list = page.lstMaterials();
-    QVERIFY(!list->item(0)->isSelected());
-    QVERIFY(list->item(1)->isSelected());
-    QVERIFY(!list->item(2)->isSelected());
+    QVERIFY(!list->item(0)->isSelected() && list->item(1)->isSelected() && !list->item(2)->isSelected());
 }
 
 QTEST_MAIN(TemplatesWindowTest)
