@@ -1,40 +1,15 @@
 // What the window shows while and after a file opens, how it fits a screen, and what
 // its menus offer: defects found by using the program as a new user would.
-#include "gui/MainWindow.h"
-
-#include "core/maps/Thumbnails.h"
-#include "core/model/Session.h"
-#include "core/model/Settings.h"
 #include "core/platform/Paths.h"
 #include "gui/AboutWindow.h"
 #include "gui/AppIcon.h"
 #include "gui/FileDialogs.h"
 #include "gui/PleaseWaitWindow.h"
 #include "gui/QtInteraction.h"
-#include "support/ScriptedInteraction.h"
-#include "support/TestHome.h"
-
-#include <QAction>
-#include <QApplication>
-#include <QFileDialog>
-#include <QHeaderView>
-#include <QImage>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QProgressBar>
-#include <QScreen>
-#include <QScrollBar>
-#include <QTabWidget>
-#include <QTest>
-#include <QTimer>
-#include <QTreeView>
-#include <QTreeWidget>
-
-#include <functional>
-#include <memory>
+#include "support/QtSupport.h"
 
 using namespace gelvane;
+using namespace gelvane::test;
 
 namespace {
 
@@ -106,63 +81,37 @@ private:
     }
 };
 
+// The main window on a temporary home over the program's own interaction, wired as the
+// program wires it; the settings are set before it starts.
+struct CheckedWindow {
+    explicit CheckedWindow(const std::function<void(Settings &, const TestHome &)> &set = {}) {
+        settings.AutoCorrect = false;
+        if (set)
+            set(settings, home);
+        window.UseInteraction(ui);
+        window.StartUp("");
+        window.show();
+    }
+    ~CheckedWindow() { session.FileModified = false; }
+
+    TestHome home;
+    Settings settings;
+    ThumbnailCache thumbnails;
+    CheckingInteraction ui{thumbnails};
+    Session session{settings, ui};
+    MainWindow window{session, settings, thumbnails};
+};
+
+void NoAutoCorrect(Settings &settings) {
+    settings.AutoCorrect = false;
+}
+
 } // namespace
 
 class WindowDefectsTest : public QObject {
     Q_OBJECT
 
-private:
-    std::unique_ptr<test::TestHome> m_home;
-    Settings m_settings;
-    ThumbnailCache m_thumbnails;
-
-    struct Program {
-        std::unique_ptr<Interaction> ui;
-        std::unique_ptr<Session> session;
-        std::unique_ptr<MainWindow> window;
-        template <class T> T *widget(const char *name) {
-            T *found = window->findChild<T *>(name);
-            if (!found)
-                qFatal("no widget %s", name);
-            return found;
-        }
-        QAction *entry(const char *name) { return widget<QAction>(name); }
-        Program() = default;
-        Program(Program &&) = default;
-        ~Program() {
-            if (session)
-                session->FileModified = false; // no closing question
-        }
-    };
-
-    // The main window over `ui`; a Qt interaction is wired as the program wires it.
-    Program start(std::unique_ptr<Interaction> ui) {
-        Program p;
-        p.ui = std::move(ui);
-        p.session = std::make_unique<Session>(m_settings, *p.ui);
-        p.window = std::make_unique<MainWindow>(*p.session, m_settings, m_thumbnails);
-        if (auto *qt = dynamic_cast<QtInteraction *>(p.ui.get()))
-            p.window->UseInteraction(*qt);
-        p.window->StartUp("");
-        p.window->show();
-        return p;
-    }
-
-    Program startScripted() {
-        auto ui = std::make_unique<test::ScriptedInteraction>();
-        ui->onFailure([](const std::string &fault) { QTest::qFail(fault.c_str(), __FILE__, __LINE__); });
-        return start(std::move(ui));
-    }
-
 private slots:
-    void init() {
-        m_home = std::make_unique<test::TestHome>();
-        m_settings = Settings{};
-        m_settings.AutoCorrect = false;
-    }
-
-    void cleanup() { m_home.reset(); }
-
     void progressWindowPaintsEachChangeDuringALoad() {
         std::string text = "{\n\nversion\n\t{\n\tnumber 4.01\n\t}\n";
         for (int a = 0; a < 300; ++a) {
@@ -173,13 +122,11 @@ private slots:
             text += "\t\t}\n\t}\n";
         }
         text += DemoText().substr(DemoText().find("figure\n"));
-        auto owned = std::make_unique<CheckingInteraction>(m_thumbnails);
-        CheckingInteraction &ui = *owned;
-        Program p = start(std::move(owned));
-        p.window->DropFile(m_home->write("long.pz2", text));
-        QCOMPARE(p.session->Actors.size(), size_t(300));
-        QVERIFY(ui.Checked >= 2);
-        QVERIFY2(ui.Undrawn.isEmpty(), qPrintable(ui.Undrawn.join(", ")));
+        CheckedWindow p;
+        p.window.DropFile(p.home.write("long.pz2", text));
+        QCOMPARE(p.session.Actors.size(), size_t(300));
+        QVERIFY(p.ui.Checked >= 2);
+        QVERIFY2(p.ui.Undrawn.isEmpty(), qPrintable(p.ui.Undrawn.join(", ")));
     }
 
     void questionsOfAnOpenComeOverTheOpenedFile_data() {
@@ -194,45 +141,40 @@ private slots:
     void questionsOfAnOpenComeOverTheOpenedFile() {
         QFETCH(QString, reference);
         QFETCH(QString, question);
-        m_settings.AutoCorrect = true;
-        m_settings.PoserFolder = m_home->path();
-        QImage picture(8, 8, QImage::Format_RGB32);
-        picture.fill(Qt::gray);
-        for (const char *folder : {"One", "Two"}) {
-            const std::string path = m_home->write(std::string("Runtime/Textures/") + folder + "/skin.jpg", "");
-            QVERIFY(picture.save(QString::fromStdString(path), "JPG"));
-        }
+        CheckedWindow p([](Settings &settings, const TestHome &home) {
+            settings.AutoCorrect = true;
+            settings.PoserFolder = home.path();
+        });
+        for (const char *folder : {"One", "Two"})
+            WritePng(p.home.file(std::string("Runtime/Textures/") + folder + "/skin.jpg"), 8, 8, Qt::gray);
         std::string pose = DemoText();
         pose.replace(pose.find("textureMap NO_MAP"), 17, "textureMap " + reference.toStdString());
-        const std::string path = m_home->write("mapped.pz2", pose);
 
-        Program p = start(std::make_unique<CheckingInteraction>(m_thumbnails));
         QString title;
         QStringList rows;
         bool drawn = false;
         WhenShown(question, [&](QWidget *asking) {
-            title = p.window->windowTitle();
-            auto *list = p.widget<QListWidget>("lstMaterials");
-            for (int i = 0; i < list->count(); ++i)
-                rows << list->item(i)->text();
+            title = p.window.windowTitle();
+            auto *list = Child<QListWidget>(&p.window, "lstMaterials");
+            rows = Rows(list);
             drawn = Drawn(list);
             asking->close();
         });
-        p.window->DropFile(path);
+        p.window.DropFile(p.home.write("mapped.pz2", pose));
         QCOMPARE(title, QString("Gelvane - [mapped.pz2]"));
         QCOMPARE(rows, QStringList({"Skin", "Eyes"}));
         QVERIFY(drawn);
     }
 
     void windowFitsASmallScreenAndGrowsOnALargeOne() {
-        Program p = startScripted();
-        p.window->DropFile(m_home->write("demo.pz2", DemoText()));
+        WindowOnHome p(NoAutoCorrect);
+        p.window.DropFile(p.home.write("demo.pz2", DemoText()));
         // Room for a frame of a few pixels, the title bar and a panel of the desktop.
-        const QSize minimum = p.window->minimumSizeHint();
+        const QSize minimum = p.window.minimumSizeHint();
         QVERIFY2(minimum.width() <= 1024 - 12, qPrintable(QString::number(minimum.width())));
         QVERIFY2(minimum.height() <= 768 - 70, qPrintable(QString::number(minimum.height())));
-        QVERIFY(p.window->width() <= 1024 - 12 && p.window->height() <= 768 - 70);
-        auto *tabs = p.widget<QTabWidget>("tbsOptions");
+        QVERIFY(p.window.width() <= 1024 - 12 && p.window.height() <= 768 - 70);
+        auto *tabs = Child<QTabWidget>(&p.window, "tbsOptions");
         for (int i = 0; i < tabs->count(); ++i) {
             tabs->setCurrentIndex(i);
             QWidget *page = tabs->widget(i);
@@ -242,12 +184,12 @@ private slots:
         }
 
         tabs->setCurrentIndex(0);
-        auto *materials = p.widget<QListWidget>("lstMaterials");
-        auto *map = p.widget<QLineEdit>("TXT_8");
-        auto *bar = p.widget<QScrollBar>("SCR_0");
-        auto *actors = p.widget<QTreeWidget>("lstActors");
+        auto *materials = Child<QListWidget>(&p.window, "lstMaterials");
+        auto *map = Child<QLineEdit>(&p.window, "TXT_8");
+        auto *bar = Child<QScrollBar>(&p.window, "SCR_0");
+        auto *actors = Child<QTreeWidget>(&p.window, "lstActors");
         const int smallList = materials->height(), smallMap = map->width(), smallActors = actors->width();
-        p.window->resize(1920 - 12, 1080 - 70);
+        p.window.resize(1920 - 12, 1080 - 70);
         QApplication::processEvents();
         QVERIFY(materials->height() > smallList);
         QVERIFY(map->width() > smallMap + 300);
@@ -267,7 +209,8 @@ private slots:
         FileDialogRequest request;
         request.Title = "Open Pose file";
         request.Filter = "Pose files (*.pz2)|*.pz2";
-        QVERIFY(!ShowFileDialog(nullptr, request, m_thumbnails));
+        ThumbnailCache thumbnails;
+        QVERIFY(!ShowFileDialog(nullptr, request, thumbnails));
         QVERIFY2(size.width() >= 760 && size.height() >= 480,
                  qPrintable(QString("%1x%2").arg(size.width()).arg(size.height())));
         QVERIFY(size.width() <= 1024 && size.height() <= 768);
@@ -277,21 +220,21 @@ private slots:
     void programIconInTitleBarsAndAbout() {
         const QImage icon = AppIcon().pixmap(48, 48).toImage();
         QVERIFY(!icon.isNull());
-        Program p = startScripted();
-        QCOMPARE(p.window->windowIcon().pixmap(48, 48).toImage(), icon);
-        AboutWindow about(p.window.get());
+        WindowOnHome p(NoAutoCorrect);
+        QCOMPARE(p.window.windowIcon().pixmap(48, 48).toImage(), icon);
+        AboutWindow about(&p.window);
         QCOMPARE(about.findChild<QLabel *>("picIcon")->pixmap().toImage(), icon);
     }
 
     void helpOpensTheDocumentsThatShipWithTheProgram() {
-        Program p = startScripted();
+        WindowOnHome p(NoAutoCorrect);
         std::vector<std::string> opened;
-        p.window->setDocumentStarter([&](const std::vector<std::string> &argv, int *) {
+        p.window.setDocumentStarter([&](const std::vector<std::string> &argv, int *) {
             opened.push_back(argv.back());
             return true;
         });
         for (const char *name : {"mnuReadme", "mnuVHistory", "mnuWebSite"})
-            p.entry(name)->trigger();
+            Child<QAction>(&p.window, name)->trigger();
         QCOMPARE(opened.size(), size_t(3));
         const char *names[3] = {"GVLLicense.txt", "VHistory.htm", "Manual.htm"};
         for (size_t i = 0; i < 3; ++i) {
@@ -301,12 +244,12 @@ private slots:
     }
 
     void everyWindowThatExistsHasItsEntry() {
-        Program p = startScripted();
+        WindowOnHome p(NoAutoCorrect);
         for (const char *name : {"mnuSelSets", "mnuImport", "mnuBatchConvert", "mnuPreferences"})
-            QVERIFY2(p.entry(name)->isEnabled(), name);
-        p.window->DropFile(m_home->write("demo.pz2", DemoText()));
+            QVERIFY2(Child<QAction>(&p.window, name)->isEnabled(), name);
+        p.window.DropFile(p.home.write("demo.pz2", DemoText()));
         for (const char *name : {"mnuFileInfo", "mnuExportMTL", "mnuSave", "mnuSaveAs"})
-            QVERIFY2(p.entry(name)->isEnabled(), name);
+            QVERIFY2(Child<QAction>(&p.window, name)->isEnabled(), name);
     }
 };
 

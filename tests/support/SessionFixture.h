@@ -9,8 +9,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cctype>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <tuple>
 #include <vector>
 
@@ -62,6 +64,15 @@ inline auto Fields(const FileDialogRequest &r) {
 // Two owners and an actor row behind them: "figure" (Skin, Eyes, Lips), "hat" (Band),
 // "actor hip".
 void FillTwoFigures(Session &session);
+
+// A name for one case of a parameterised test: the letters and digits of `text`.
+inline std::string TestName(std::string_view text) {
+    std::string name;
+    for (const char c : text)
+        if (std::isalnum(static_cast<unsigned char>(c)))
+            name += c;
+    return name;
+}
 
 // The number of the failure that `run` throws; 0 when it throws none.
 inline int FailureNumber(const std::function<void()> &run) {

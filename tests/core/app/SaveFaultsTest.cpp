@@ -15,7 +15,6 @@
 #include "core/writer/PoseWriter.h"
 #include "support/TestHome.h"
 
-#include <cctype>
 #include <cerrno>
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -234,13 +233,7 @@ TEST_P(SaveFaults, KeepLinksPermissionsAndAnyName) {
 }
 
 INSTANTIATE_TEST_SUITE_P(EveryWriter, SaveFaults, testing::ValuesIn(kWriters),
-                         [](const testing::TestParamInfo<Writer> &info) {
-                             std::string name;
-                             for (const char c : std::string_view(info.param.name))
-                                 if (std::isalnum(static_cast<unsigned char>(c)))
-                                     name += c;
-                             return name;
-                         });
+                         [](const auto &info) { return test::TestName(info.param.name); });
 
 } // namespace
 } // namespace gelvane

@@ -127,9 +127,8 @@ TEST_P(ChannelEditsGolden, SavedAndReopened) {
 }
 
 std::string CaseName(const ::testing::TestParamInfo<std::tuple<Case, bool, bool>> &info) {
-    std::string name = std::get<0>(info.param).Name;
-    name.erase(std::remove(name.begin(), name.end(), '-'), name.end());
-    return name + (std::get<1>(info.param) ? "Dos" : "Unix") + (std::get<2>(info.param) ? "P5" : "P4");
+    return test::TestName(std::get<0>(info.param).Name) + (std::get<1>(info.param) ? "Dos" : "Unix") +
+           (std::get<2>(info.param) ? "P5" : "P4");
 }
 
 INSTANTIATE_TEST_SUITE_P(Cases, ChannelEditsGolden,

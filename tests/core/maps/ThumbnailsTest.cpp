@@ -81,13 +81,7 @@ INSTANTIATE_TEST_SUITE_P(Pictures, ThumbnailFormats,
                                            std::pair{"a.psd", ""}, std::pair{"a.pcx", ""}, std::pair{"a.tga", ""},
                                            std::pair{"a.pgm", ""}, std::pair{"bump.bum", "BMP"},
                                            std::pair{"Upper.JPG", ""}),
-                         [](const auto &info) {
-                             std::string n = info.param.first;
-                             for (char &c : n)
-                                 if (c == '.')
-                                     c = '_';
-                             return n;
-                         });
+                         [](const auto &info) { return test::TestName(info.param.first); });
 
 TEST(ThumbnailDecoding, TransparencyShowsBlack) {
     test::TestHome home;

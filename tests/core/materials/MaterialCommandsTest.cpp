@@ -20,28 +20,27 @@ TEST(MaterialCommandIndices, EachButtonWritesItsFieldToTheSelectedMaterials) {
     };
     const auto number = [](auto member) { return [member](const Material &m) { return std::to_string(m.*member); }; };
     const auto text = [](auto member) { return [member](const Material &m) { return m.*member; }; };
-    const Case cases[] = {
-        {2, 8, "", "NO_MAP", text(&Material::textureMap)},
-        {3, 9, "", "NO_MAP", text(&Material::bumpMap)},
-        {4, 10, "", "NO_MAP", text(&Material::reflectionMap)},
-        {5, 11, "", "NO_MAP", text(&Material::transparencyMap)},
+    std::vector<Case> cases = {
         {14, 1, "77", "77", number(&Material::NsExponent)},
         {15, 2, "12.5", "12", number(&Material::tMin)}, // the box rounds through its bar
         {16, 3, "55", "55", number(&Material::tMax)},
         {17, 4, "2.5", "2.500000", number(&Material::tExpo)},
-        {18, 8, "C:\\maps\\t.jpg", "C:\\maps\\t.jpg", text(&Material::textureMap)},
-        {19, 9, "C:\\maps\\b.bum", "C:\\maps\\b.bum", text(&Material::bumpMap)},
-        {20, 10, "C:\\maps\\r.jpg", "C:\\maps\\r.jpg", text(&Material::reflectionMap)},
-        {21, 11, "C:\\maps\\x.jpg", "C:\\maps\\x.jpg", text(&Material::transparencyMap)},
         {22, 5, "7", "7", text(&Material::TextureColor)},
         {23, 6, "-35", "-35", text(&Material::bumpStrength)},
         {24, 7, "99", "99", text(&Material::reflectionStrength)},
     };
+    // No Map and Apply of the four maps, each from its own path box.
+    std::string Material::*const maps[] = {&Material::textureMap, &Material::bumpMap, &Material::reflectionMap,
+                                           &Material::transparencyMap};
+    for (int map = 0; map < 4; ++map) {
+        cases.push_back({2 + map, 8 + map, "", "NO_MAP", text(maps[map])});
+        cases.push_back({18 + map, 8 + map, "C:\\maps\\t.jpg", "C:\\maps\\t.jpg", text(maps[map])});
+    }
     for (const Case &c : cases) {
         test::MaterialSession s;
         for (int row = 0; row < 3; ++row)
-            s.material(row).textureMap = s.material(row).bumpMap = s.material(row).reflectionMap =
-                s.material(row).transparencyMap = ":Runtime:textures:old.jpg";
+            for (auto map : maps)
+                s.material(row).*map = ":Runtime:textures:old.jpg";
         lstMaterials_Click(s.session, {0, 2}, 0);
         const std::string before = c.Read(s.material(1));
         if (*c.Typed)

@@ -11,7 +11,7 @@ namespace {
 
 using Names = std::vector<std::string>;
 
-class TemplatesTest : public ::testing::Test {
+class TemplatesTest : public test::SessionFixture {
 protected:
     TemplatesTest() {
         Figure body{"Body", {}};
@@ -30,11 +30,6 @@ protected:
         session.FileName = TemplatePath(name);
         editor.Form_Load();
     }
-
-    test::TestHome home;
-    Settings settings;
-    test::ScriptedInteraction ui;
-    Session session{settings, ui};
 };
 
 TEST_F(TemplatesTest, CreatorWritesTheGoldenFilesAndOpenThenSaveKeepsTheBytes) {
@@ -75,10 +70,8 @@ TEST_F(TemplatesTest, CreatorWritesTheGoldenFilesAndOpenThenSaveKeepsTheBytes) {
         }
     }
     // The boxes, without the input prompts that the scripted interaction records too.
-    Names boxes;
-    for (const auto &m : ui.messages())
-        if (!m.Text.starts_with("Enter "))
-            boxes.push_back(m.Text);
+    Names boxes = Texts();
+    std::erase_if(boxes, [](const std::string &text) { return text.starts_with("Enter "); });
     const std::string saved = "Template saved succesfully",
                       overwrite = "A template with that name already exists. Overwrite?";
     EXPECT_EQ(boxes, (Names{"Group with that name already exists", saved, saved, saved, overwrite, saved, saved,
@@ -144,11 +137,9 @@ TEST(ReadTemplateGroups, EveryShapeFinishes) {
     for (const auto &c : cases) {
         const auto groups = ReadTemplateGroups(c.Text);
         ASSERT_TRUE(groups) << c.Text;
-        ASSERT_EQ(groups->size(), c.Groups.size()) << c.Text;
-        for (size_t i = 0; i < groups->size(); ++i) {
-            EXPECT_EQ((*groups)[i].Name, c.Groups[i].Name) << c.Text;
-            EXPECT_EQ((*groups)[i].Members, c.Groups[i].Members) << c.Text;
-        }
+        EXPECT_EQ(test::NamesOf(*groups), test::NamesOf(c.Groups)) << c.Text;
+        EXPECT_EQ(test::Each(*groups, &TemplateGroup::Members), test::Each(c.Groups, &TemplateGroup::Members))
+            << c.Text;
     }
     EXPECT_FALSE(ReadTemplateGroups("no line end"));
 }

@@ -13,6 +13,15 @@ namespace {
 
 struct Loader : TestSession {
     Loader() { settings.ReportTime = false; }
+    // Reads `text` quietly with the direct search of channel lines or the indexed one;
+    // returns the failure number.
+    int Read(const std::string &text, bool indexed) {
+        session.IndexedChannelBlockMinimum = indexed ? 0 : static_cast<size_t>(-1);
+        if (!indexed)
+            session.IndexedChannelRescans = static_cast<size_t>(-1); // a small block never indexed either
+        session.BatchMode = true;
+        return FailureNumber([&] { LoadActorSection(session, text); });
+    }
 };
 
 // A pose section as the opening hands it over: line feeds only, no indentation; a
@@ -266,9 +275,7 @@ TEST(ActorLoader, CharacterCorpusChannels) {
     ASSERT_NE(end, std::string::npos);
     const std::string part = file.substr(second + 15, end - second - 15);
     Loader l;
-    l.session.BatchMode = true;
-    l.session.DialogFileName = path;
-    ASSERT_TRUE(LoadActorSection(l.session, part));
+    ASSERT_EQ(l.Read(part, false), 0);
     ASSERT_EQ(l.session.Actors.size(), 20u);
     // Each actor's channels are those of its block, in file order; the "groups" list in
     // front has no keys of its own, so the first channel behind it is read too.
@@ -295,10 +302,7 @@ TEST(ActorLoader, CharacterCorpusChannels) {
 
     // The indexed search of large blocks reads the real file the same way.
     Loader indexed;
-    indexed.session.IndexedChannelBlockMinimum = 0;
-    indexed.session.BatchMode = true;
-    indexed.session.DialogFileName = path;
-    LoadActorSection(indexed.session, part);
+    EXPECT_EQ(indexed.Read(part, true), 0);
     EXPECT_EQ(indexed.session.Actors, l.session.Actors);
 }
 
@@ -336,14 +340,8 @@ TEST(ActorLoader, IndexedSearchFindsWhatTheDirectSearchFinds) {
     }
     text += "}\nlocked 1\n}\nactor small\n{\nchannels\n{\nvalueParm a\n{\nkeys\n{\nk  0  1\n}\n}\n}\n}\n";
 
-    Loader direct;
-    direct.session.IndexedChannelBlockMinimum = static_cast<size_t>(-1);
-    direct.session.IndexedChannelRescans = static_cast<size_t>(-1);
-    LoadActorSection(direct.session, text);
-    Loader indexed;
-    indexed.session.IndexedChannelBlockMinimum = 0;
-    LoadActorSection(indexed.session, text);
-
+    Loader direct, indexed;
+    EXPECT_EQ(std::tuple(direct.Read(text, false), indexed.Read(text, true)), std::tuple(0, 0));
     EXPECT_EQ(indexed.session.Actors, direct.session.Actors);
     ASSERT_EQ(direct.session.Actors.size(), 2u);
     const auto &dials = direct.session.Actors[0].Channels;
@@ -387,16 +385,8 @@ TEST(ActorLoader, IndexedSearchMatchesTheDirectSearchOnGeneratedSections) {
                 text += "customMaterial 2\nmaterial M\n{\nKdColor 1 0 0 1\n}\n";
             text += "}\n";
         }
-        Loader direct;
-        direct.session.IndexedChannelBlockMinimum = static_cast<size_t>(-1);
-        direct.session.IndexedChannelRescans = static_cast<size_t>(-1);
-        direct.session.BatchMode = true;
-        const int directFailure = FailureNumber([&] { LoadActorSection(direct.session, text); });
-        Loader indexed;
-        indexed.session.IndexedChannelBlockMinimum = 0;
-        indexed.session.BatchMode = true;
-        const int indexedFailure = FailureNumber([&] { LoadActorSection(indexed.session, text); });
-        ASSERT_EQ(indexedFailure, directFailure) << text;
+        Loader direct, indexed;
+        ASSERT_EQ(indexed.Read(text, true), direct.Read(text, false)) << text;
         ASSERT_EQ(indexed.session.Actors, direct.session.Actors) << text;
     }
 }

@@ -141,16 +141,11 @@ void LightsCameras(Session &s) {
     Actor light = MakeActor("light", "1", {red, xrot, KeyedChannel("valueParm", "Dim", -12.5)});
     light.StorageOffset = "0 0.3487 0";
     light.ObjFileGeom = "0 0 :Runtime:Geometries:lightIndicator.obj";
-    light.GeomResource = 1;
-    light.LightType = 2;
+    light.GeomResource = light.Hidden = light.Locked = 1;
+    light.LightType = light.OnOff = light.DoShadow = light.LightOn = 2;
     light.DisplayName = "Light 1";
-    light.OnOff = 2;
-    light.Hidden = 1;
-    light.Locked = 1;
     light.DepthMapSize = 257;
     light.DepthCamera = "shadowCam1";
-    light.DoShadow = 2;
-    light.LightOn = 2;
     light.NameEnabled = light.OnOffEnabled = light.HiddenEnabled = light.LockedEnabled = true;
     light.DepthMapSizeEnabled = light.DoShadowEnabled = light.LightOnEnabled = true;
     light.Port = "7";
@@ -158,7 +153,6 @@ void LightsCameras(Session &s) {
     Actor camera = MakeActor("camera", "MAIN_CAMERA");
     camera.StorageOffset = "0 0 0";
     camera.OnOff = 1;
-    camera.Hidden = 0;
     camera.OnOffEnabled = camera.HiddenEnabled = true;
     camera.Locked = 2;
     camera.Port = "1";
@@ -171,9 +165,8 @@ void LightsCameras(Session &s) {
     head.GeomResource = 3;
     head.DepthMapSize = 5;
     head.DoShadow = 1;
-    head.LightOn = 2;
+    head.LightOn = head.OnOff = 2;
     head.DepthMapSizeEnabled = head.DoShadowEnabled = head.LightOnEnabled = true;
-    head.OnOff = 2;
 
     Actor hair = MakeActor("prop", "FigureHair", {KeyedChannel("valueParm", "scale", 1e-5)});
     s.Actors = {light, camera, head, hair};
@@ -258,13 +251,7 @@ INSTANTIATE_TEST_SUITE_P(
                     GoldenCase{"no-channels", NoChannels}, GoldenCase{"actor-entry-first", ActorEntryFirst},
                     GoldenCase{"actor-rows-behind", ActorRowsBehind},
                     GoldenCase{"two-matching-actors", TwoMatchingActors}, GoldenCase{"comment-only", CommentOnly}),
-    [](const testing::TestParamInfo<GoldenCase> &info) {
-        std::string n = info.param.name;
-        for (char &c : n)
-            if (c == '-')
-                c = '_';
-        return n;
-    });
+    [](const auto &info) { return TestName(info.param.name); });
 
 namespace {
 
